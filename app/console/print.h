@@ -1,0 +1,33 @@
+// Formatted output. The conversions are those of C's printf that the tool uses:
+//   %d %i %u %x %X %c %s with flags - 0, width, precision (also *), lengths hh h l ll;
+//   %f with a precision (left to the C library); %% ;
+//   %S, a text of 16-bit little-endian characters, precision counted in characters; a character
+//   above 0x7E or of no narrow form prints as '?'.
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+
+#if defined(__clang__)
+#define PRINTF_LIKE(formatIndex, firstValue) \
+  __attribute__((format(printf, formatIndex, firstValue)))
+#else
+#define PRINTF_LIKE(formatIndex, firstValue) \
+  __attribute__((format(gnu_printf, formatIndex, firstValue)))
+#endif
+
+// Prints to standard output. What is printed is collected; ConsoleFlush writes it out.
+void ConsolePrintf(const char* format, ...) PRINTF_LIKE(1, 2);
+
+// Prints a text as it stands, without conversions.
+void ConsoleWrite(const char* text, size_t length);
+
+// Prints into an open file.
+void FilePrintf(FILE* file, const char* format, ...) PRINTF_LIKE(2, 3);
+
+// Formats into `text`, writing at most `size` bytes including the terminating zero (nothing when
+// size is 0). Returns the length that the whole text needs, without its zero.
+int BoundedPrintf(char* text, size_t size, const char* format, ...) PRINTF_LIKE(3, 4);
+
+// Writes out everything printed so far. A write that fails loses that output and nothing else.
+void ConsoleFlush();

@@ -1,0 +1,28 @@
+// The tool's only link to the adapter's driver: one device handle, one request convention.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/device_io.h"
+
+// The open device; null while closed or after a failed open. Only the program entry writes it.
+extern HANDLE DeviceHandle;
+
+// Opens \\.\A8000. On failure prints the error code and what to do, and returns null. A device
+// that opens may yield a null handle too.
+HANDLE OpenDevice();
+
+// Closes DeviceHandle. Returns false when closing fails.
+bool CloseDevice();
+
+// Sends one OID with its payload and waits for the answer. The payload carries the question to the
+// driver and the answer back in the same bytes; all that was printed so far is written out first.
+// Returns false when the driver refuses; GetLastError() then holds the code.
+// `bytesReturned`, where given, receives the count that the platform reports, on refusal too.
+bool OidRequest(uint32_t oid, void* payload, uint32_t length, uint32_t* bytesReturned = nullptr);
+
+// The same for a record of fixed size.
+template <typename Record>
+bool OidRequest(uint32_t oid, Record* record) {
+  return OidRequest(oid, record, sizeof(Record));
+}

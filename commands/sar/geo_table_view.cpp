@@ -1,0 +1,52 @@
+#include "app/console/print.h"
+#include "channel/little_endian.h"
+#include "commands/sar/row_table.h"
+#include "commands/sar/sar_views.h"
+
+namespace {
+
+constexpr uint32_t RowIndexEnd = 8;  // more than the five rows of a table
+
+constexpr RowTable Zwgs = {
+    31, 17, 18, 1, 4, "Geo Table Version", "Geo", "2.4G 5G Geo TX power table:", {"", ""}};
+constexpr RowTable Zwgs6G = {
+    42, 18, 19, 1, 6, "Geo Table Version", "Geo", "2.4G 5G 6G Geo TX power table:", {"", ""}};
+
+// The bands of a row, two power bytes each. Tables without 6 GHz end before it.
+constexpr const char* BandNames[] = {"2.4GHz", "5GHz", "6GHz"};
+static_assert(sizeof(BandNames) / sizeof(BandNames[0]) == Zwgs6G.bytesPerLine / 2);
+
+void PrintBands(const RowTable& table, const uint8_t* powers) {
+  for (uint32_t band = 0; band < table.bytesPerLine / 2; band++) {
+    uint8_t most = powers[2 * band];
+    uint8_t delta = powers[2 * band + 1];
+    ConsolePrintf("\n%s\n", BandNames[band]);
+    ConsolePrintf("%6s Max Power:      %.1f dBm (0x%.2X)\n", "", Decibels(most), most);
+    ConsolePrintf("%6s ANT1/2(Delta):  %.1f dBm (0x%.2X)\n", "", Decibels(delta), delta);
+  }
+}
+
+}  // namespace
+
+int ShowGeoTable(const SarLayout& layout) {
+  AcpiTableQuery record = {};
+  if (!FetchSarTable(layout, &record, SarView::GeoTable)) return 1;
+
+  uint32_t index = record.bytes[layout.rowIndexAt];
+  if (index >= RowIndexEnd) {
+    ConsolePrintf("Invalid table index %d\n", static_cast<int>(index));
+    return 1;
+  }
+
+  bool is6G = record.bytes[Is6GAt] != 0;
+  const RowTable& table = is6G ? Zwgs6G : Zwgs;
+  uint32_t length = ReadU32(record.bytes + TableLenAt);
+  if (length != table.length) {
+    // Both editions report the shorter one's length as the expected one.
+    PrintTableSizeError(is6G ? SizeErrorForm::Bare : SizeErrorForm::Full, Zwgs.length, length);
+    return 1;
+  }
+  PrintRowTable(layout, table, record, index);
+  PrintBands(table, RowPowers(table, record, index));
+  return 0;
+}

@@ -1,0 +1,60 @@
+#include "commands/sar/sar_command.h"
+
+#include "app/console/print.h"
+#include "app/console/text.h"
+#include "channel/driver_channel.h"
+#include "channel/oid.h"
+#include "commands/sar/sar_views.h"
+
+namespace {
+
+constexpr uint32_t ErrorMoreData = 234;
+
+struct Subcommand {
+  const char* word;
+  int (*show)(const SarLayout& layout);
+  uint32_t shortestRecord;  // shorter ones do not carry the table
+};
+
+constexpr Subcommand Subcommands[] = {
+    {"get_sar_table", ShowSarTable, 0},
+    {"get_siso_sar_table", ShowSisoSarTable, 0},
+    {"get_geo_table", ShowGeoTable, 0},
+    {"get_country_list", ShowCountryList, 0},
+    {"get_TxMaxPower_table", ShowTxMaxPowerTable, 0},
+    {"get_sensor_info", ShowSensorInfo, 0},
+    {"get_country_code", ShowCountryCode, 0},
+    {"get_FlagTable", ShowFlagTable, Layout368.recordLength},
+};
+
+// A driver refuses records of every length but its own with "more data"; any other refusal is
+// about what was asked.
+bool DriverTakesLength(uint32_t recordLength) {
+  AcpiTableQuery record = {};
+  return OidRequest(OidAcpiTable, record.bytes, recordLength) || GetLastError() != ErrorMoreData;
+}
+
+}  // namespace
+
+const SarLayout& DetectSarLayout() {
+  if (DriverTakesLength(Layout368.recordLength)) return Layout368;
+  if (DriverTakesLength(Layout184.recordLength)) return Layout184;
+  return Layout176;
+}
+
+int RunSarSubcommand(const SarLayout& layout, int argc, char** argv) {
+  if (argc == 3) {
+    for (const Subcommand& subcommand : Subcommands) {
+      if (layout.recordLength >= subcommand.shortestRecord &&
+          EqualsIgnoreCase(argv[2], subcommand.word)) {
+        return subcommand.show(layout);
+      }
+    }
+  }
+  ConsolePrintf("Error: Parameters are not correct!!\n");
+  return 1;
+}
+
+int HandleSarCommand(int argc, char** argv) {
+  return RunSarSubcommand(DetectSarLayout(), argc, argv);
+}

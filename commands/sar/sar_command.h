@@ -1,0 +1,12 @@
+// `sar`: the regulatory and power tables that the platform firmware hands to the driver.
+#pragma once
+
+#include "commands/sar/sar_query.h"
+
+int HandleSarCommand(int argc, char** argv);
+
+// Finds the generation of the driver's record, by what length it refuses. Prints nothing.
+const SarLayout& DetectSarLayout();
+
+// Checks the arguments and runs the view they name.
+int RunSarSubcommand(const SarLayout& layout, int argc, char** argv);

@@ -1,0 +1,176 @@
+#include "commands/sar/sar_query.h"
+
+#include <cstring>
+
+#include "app/console/print.h"
+#include "channel/driver_channel.h"
+#include "channel/little_endian.h"
+#include "channel/oid.h"
+#include "channel/request_errors.h"
+
+namespace {
+
+constexpr char MismatchLine[] = "This means your WLANX or Driver is not match.\n";
+constexpr char VersionsText[] =
+    "Please provide the version of driver and WLANX to VLR. Thanks!!";  // no line end
+constexpr char DriverLogLine[] = "Please collect the driver log to VLR. Thanks!!\n";
+
+// What a refused query is answered with, besides its code.
+enum class Advice {
+  NotFound,
+  Signature,
+  NoAcpi,
+  Length,
+  Mismatch,
+  Address,
+  NoGuid,
+  Other,
+};
+
+struct AdviceRow {
+  uint32_t errorCode;
+  Advice sarTable;
+  Advice otherTables;
+  Advice sensor;
+};
+
+// Codes without a row are answered with Other by every view.
+constexpr AdviceRow AdviceByCode[] = {
+    {2, Advice::NotFound, Advice::NotFound, Advice::Other},
+    {6, Advice::Signature, Advice::Other, Advice::Other},
+    {8, Advice::NoAcpi, Advice::NoAcpi, Advice::Other},
+    {87, Advice::Length, Advice::Length, Advice::Other},
+    {234, Advice::Mismatch, Advice::Mismatch, Advice::Mismatch},
+    {487, Advice::Address, Advice::Address, Advice::Other},
+    {637, Advice::Other, Advice::Signature, Advice::Other},
+    {4200, Advice::Other, Advice::Other, Advice::NoGuid},
+};
+
+constexpr char CodeHead[] = "Error Code in DeviceIoControl: ";
+
+// A view's own words in the report of a refused query.
+struct FailureWords {
+  SarView view;
+  Advice AdviceRow::*column;
+  const char* codeHead;
+  const char* table;  // its name in the platform firmware
+  const char* otherLine;
+};
+
+constexpr FailureWords WordsByView[] = {
+    {SarView::SarTable, &AdviceRow::sarTable, CodeHead, "ZWDS", "Cannot find SAR table\n"},
+    {SarView::SisoSarTable, &AdviceRow::otherTables, CodeHead, "ZWSS",
+     "Cannot find SISO SAR table\n"},
+    {SarView::GeoTable, &AdviceRow::otherTables, "Error Code in DeviceIoControl : ", "ZWGS",
+     "Cannot find GEO table\n"},
+    {SarView::CountryList, &AdviceRow::otherTables, "Error in DeviceIoControl: ", "ZWCL",
+     "Cannot find ZWCL table\n"},
+    {SarView::TxMaxPowerTable, &AdviceRow::otherTables, CodeHead, "ZWPL",
+     "Cannot find Tx Max Power table\n"},
+    {SarView::SensorInfo, &AdviceRow::sensor, CodeHead, "", "Cannot Read Sensor Data\n"},
+    {SarView::CountryCode, &AdviceRow::otherTables, CodeHead, "ZWCC", "Cannot find ZWCC table\n"},
+    {SarView::FlagTable, &AdviceRow::otherTables, CodeHead, "ZWFG", "Cannot find ZWFG table\n"},
+};
+
+const FailureWords& WordsOf(SarView view) {
+  const FailureWords* words = WordsByView;
+  while (words->view != view) words++;
+  return *words;
+}
+
+Advice AdviceFor(const FailureWords& words, uint32_t errorCode) {
+  for (const AdviceRow& row : AdviceByCode) {
+    if (row.errorCode == errorCode) return row.*words.column;
+  }
+  return Advice::Other;
+}
+
+void PrintAdvice(const FailureWords& words, Advice advice) {
+  switch (advice) {
+    case Advice::NotFound:
+      ConsolePrintf("Cannot find %s in BIOS, please check BIOS CODE. Thanks!!\n", words.table);
+      break;
+    case Advice::Signature:
+      ConsolePrintf(
+          "ACPI signature is wrong. Please check the setting of ACPI if correct. Thanks!!\n");
+      break;
+    case Advice::NoAcpi:
+      ConsolePrintf(
+          "Driver cannot get ACPI driver correctly. Please check the setting of ACPI if correct. "
+          "Thanks!!\n");
+      break;
+    case Advice::Length:
+      ConsolePrintf("The length of %s is wrong, please check BIOS CODE. Thanks!!\n", words.table);
+      break;
+    case Advice::Mismatch:
+      ConsolePrintf("%s%s", MismatchLine, VersionsText);
+      break;
+    case Advice::Address:
+      ConsolePrintf(
+          "Driver attempts to access invalid address. Please collect the driver log to VLR. "
+          "Thanks!!\n");
+      break;
+    case Advice::NoGuid:
+      ConsolePrintf("Cannot find correct GUID in BIOS, please check BIOS CODE. Thanks!!\n");
+      break;
+    case Advice::Other:
+      ConsolePrintf("%s%s", words.otherLine, DriverLogLine);
+      break;
+  }
+}
+
+struct SizeErrorWords {
+  const char* lengthsEnd;
+  const char* mismatch;
+  const char* versions;
+  const char* versionsEnd;
+};
+
+// In the order of SizeErrorForm.
+constexpr SizeErrorWords WordsByForm[] = {
+    {"\n", MismatchLine, VersionsText, "\n"},  // Full
+    {"", MismatchLine, VersionsText, "\n"},    // Unbroken
+    {"\n", MismatchLine, VersionsText, ""},    // OpenEnd
+    {"\n", "", "", ""},                        // Bare
+};
+
+}  // namespace
+
+bool IssueSarQuery(const SarLayout& layout, AcpiTableQuery* record, SarView view, uint8_t is6G,
+                   uint32_t* errorCode) {
+  memset(record->bytes, 0, layout.recordLength);
+  WriteU32(record->bytes + SubCmdAt, static_cast<uint32_t>(view));
+  record->bytes[Is6GAt] = is6G;
+
+  if (OidRequest(OidAcpiTable, record->bytes, layout.recordLength)) return true;
+  *errorCode = GetLastError();
+  return false;
+}
+
+void PrintSarQueryFailure(SarView view, uint32_t errorCode) {
+  const FailureWords& words = WordsOf(view);
+
+  ConsolePrintf("%s%d\n", words.codeHead, static_cast<int>(errorCode));
+  PrintAdvice(words, AdviceFor(words, errorCode));
+  PrintErrorPageLines();
+}
+
+bool FetchSarTable(const SarLayout& layout, AcpiTableQuery* record, SarView view, uint8_t is6G) {
+  uint32_t errorCode = 0;
+  if (IssueSarQuery(layout, record, view, is6G, &errorCode)) return true;
+  PrintSarQueryFailure(view, errorCode);
+  return false;
+}
+
+uint32_t RowsInRecord(const SarLayout& layout, uint32_t firstRowAt, uint32_t rowLength,
+                      uint32_t count) {
+  uint32_t room = (layout.recordLength - firstRowAt) / rowLength;
+  return count < room ? count : room;
+}
+
+void PrintTableSizeError(SizeErrorForm form, uint32_t expected, uint32_t received) {
+  const SizeErrorWords& words = WordsByForm[static_cast<int>(form)];
+  ConsolePrintf("Return table size error %d %d%s%s%s%s", static_cast<int>(expected),
+                static_cast<int>(received), words.lengthsEnd, words.mismatch, words.versions,
+                words.versionsEnd);
+}

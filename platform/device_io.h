@@ -27,17 +27,19 @@ constexpr DWORD CREATE_ALWAYS = 2;
 constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
 
 // The handle of a failed CreateFileA: all bits set.
-inline HANDLE InvalidHandle() { return reinterpret_cast<HANDLE>(~uintptr_t{0}); }
+inline HANDLE InvalidHandle() {
+  return reinterpret_cast<HANDLE>(~uintptr_t{0});
+}
 #define INVALID_HANDLE_VALUE InvalidHandle()
 
 // Opens the device. Returns INVALID_HANDLE_VALUE and sets the last-error code on failure.
-HANDLE CreateFileA(const char* path, DWORD access, DWORD sharing, void* security,
-                   DWORD disposition, DWORD attributes, HANDLE templateFile);
+HANDLE CreateFileA(const char* path, DWORD access, DWORD sharing, void* security, DWORD disposition,
+                   DWORD attributes, HANDLE templateFile);
 
 // Sends one request: `input` holds the OID, `output` the payload in both directions.
 // Returns 0 and sets the last-error code on failure.
-BOOL DeviceIoControl(HANDLE device, DWORD controlCode, void* input, DWORD inputLength,
-                     void* output, DWORD outputLength, DWORD* bytesReturned, void* overlapped);
+BOOL DeviceIoControl(HANDLE device, DWORD controlCode, void* input, DWORD inputLength, void* output,
+                     DWORD outputLength, DWORD* bytesReturned, void* overlapped);
 
 // Returns 0 and sets the last-error code on failure.
 BOOL CloseHandle(HANDLE device);

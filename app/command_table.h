@@ -1,0 +1,16 @@
+// The table of all commands, in the order in which they are listed and matched.
+#pragma once
+
+#include <cstdint>
+
+#include "commands/command.h"
+
+struct CommandEntry {
+  uint32_t Oid;   // key of the command's usage text; handlers carry their own codes
+  char Name[36];  // the command word
+  CommandHandler* Handler;
+  char Description[256];  // one line, printed beside the name
+};
+
+extern const CommandEntry CommandTable[];
+extern const int CommandCount;

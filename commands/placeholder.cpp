@@ -1,0 +1,5 @@
+#include "commands/placeholder.h"
+
+int HandleMissingCommand(int /*argc*/, char** /*argv*/) {
+  return 1;
+}

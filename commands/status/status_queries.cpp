@@ -1,0 +1,133 @@
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+#include "app/console/print.h"
+#include "app/console/text.h"
+#include "channel/driver_channel.h"
+#include "channel/oid.h"
+#include "channel/request_errors.h"
+#include "commands/status/status_commands.h"
+
+namespace {
+
+constexpr uint32_t StatisticsTextSize = 4096;
+constexpr uint32_t WfdTextSize = 4096;
+constexpr uint32_t UmacTextSize = 8192;
+
+struct TxHangCounters {
+  int32_t rTxHangCounter;  // transmit hangs seen
+  int32_t L1SerCounter;    // times that L1 SER was triggered
+};
+static_assert(sizeof(TxHangCounters) == 8);
+static_assert(offsetof(TxHangCounters, L1SerCounter) == 4);
+
+struct MacAddressReply {
+  uint8_t address[6];  // in transmission order
+  uint8_t unused[2];
+};
+static_assert(sizeof(MacAddressReply) == 8);
+
+// A zeroed buffer for a text reply; null, after saying so, where there is no memory.
+char* AllocateText(uint32_t size) {
+  auto* text = static_cast<char*>(calloc(size, 1));
+  if (text == nullptr) ConsolePrintf("Allocated memory failed\n");
+  return text;
+}
+
+// Asks for a text and prints it. Returns false, after the report, when the driver refuses.
+bool PrintTextReply(uint32_t oid, char* text, uint32_t size) {
+  if (!OidRequest(oid, text, size)) {
+    PrintRequestError();
+    return false;
+  }
+  ConsolePrintf("%.*s\n", static_cast<int>(size), text);
+  return true;
+}
+
+bool SendResetFlag(uint8_t reset) {
+  if (OidRequest(OidResetStatistics, &reset)) return true;
+  PrintRequestError();
+  return false;
+}
+
+// A request of four bytes that carry no value.
+bool SendEmptyRequest(uint32_t oid) {
+  uint32_t nothing = 0;
+  if (OidRequest(oid, &nothing)) return true;
+  PrintRequestError();
+  return false;
+}
+
+int RefuseArguments() {
+  ConsolePrintf("Invalid parameters\n");
+  return 1;
+}
+
+}  // namespace
+
+int HandleStatCommand(int argc, char** argv) {
+  bool reset = argc == 3 && EqualsIgnoreCase(argv[2], "resetcounter");
+  if (argc != 2 && !reset) return RefuseArguments();
+  char* text = AllocateText(StatisticsTextSize);
+  if (text == nullptr) return 0;
+  bool done =
+      SendResetFlag(reset ? 1 : 0) && PrintTextReply(OidStatisticsText, text, StatisticsTextSize);
+  free(text);
+  return done ? 1 : 0;
+}
+
+int HandleGetWfdCommand(int argc, char** /*argv*/) {
+  if (argc != 2) return RefuseArguments();
+  char* text = AllocateText(WfdTextSize);
+  if (text == nullptr) return 0;
+  bool done = PrintTextReply(OidWfdText, text, WfdTextSize);
+  free(text);
+  return done ? 1 : 0;
+}
+
+int HandleGetUmacCommand(int argc, char** argv) {
+  ConsolePrintf("argv[1] = %s\n", argv[1]);
+  char* text = AllocateText(UmacTextSize);
+  if (text == nullptr) return 1;
+  int result = 1;
+  if (argc != 2) {
+    RefuseArguments();
+  } else if (SendEmptyRequest(OidUmacDump) && PrintTextReply(OidUmacText, text, UmacTextSize)) {
+    result = 0;
+  }
+  free(text);
+  return result;
+}
+
+int HandleTxHangCounterCommand(int argc, char** argv) {
+  ConsolePrintf("argv[1] = %s\n", argv[1]);
+  if (argc != 2) return RefuseArguments();
+  TxHangCounters counters{};
+  if (!OidRequest(OidTxHangCounters, &counters)) {
+    PrintRequestError();
+    return 1;
+  }
+  ConsolePrintf("L1SerCounter = %d, rTxHangCounter = %d\n", counters.L1SerCounter,
+                counters.rTxHangCounter);
+  return 0;
+}
+
+int HandleGetLpCommand(int argc, char** argv) {
+  ConsolePrintf("argv[1] = %s\n", argv[1]);
+  ConsolePrintf("The infomation will dump with kernel logs in Debugview.\n");
+  if (argc != 2) return RefuseArguments();
+  return SendEmptyRequest(OidLowPowerInfo) ? 0 : 1;
+}
+
+int HandleGetMacAddCommand(int /*argc*/, char** /*argv*/) {
+  MacAddressReply reply{};
+  if (!OidRequest(OidMacAddress, &reply)) {
+    PrintRequestError();
+    return 1;
+  }
+  const uint8_t* mac = reply.address;
+  ConsolePrintf("MAC Address: %.2X-%.2X-%.2X-%.2X-%.2X-%.2X\n", mac[0], mac[1], mac[2], mac[3],
+                mac[4], mac[5]);
+  return 0;
+}

@@ -1,0 +1,236 @@
+#!/usr/bin/env python3
+"""Runs the cases of tests/cases/*.cases against the built programs and compares what they print,
+their exit status, the requests that reached the adapter and the files they leave.
+
+A case file holds cases; a case holds a scenario and any number of runs against it:
+
+  # a comment
+  == title                     begins a case
+  @ sar-368.a8000              its scenario is this file of simulator/scenarios/; without it and
+  < OID ok 0:01                without these scenario lines the built-in one answers
+  % TZ=UTC                     environment of the next run
+  ^ C:\\tools\\my.tool.exe       the program's path (argv[0]) of the next run
+  $ sar get_sar_table          a run of wlanx; "$eng ..." runs wlanx-eng. Words are split as a shell
+                               does; {x*50} stands for x fifty times
+  > text                       a line that it prints behind the banner
+  ~ text                       the same without a line end
+  ? 1                          its exit status (0 where no such line stands)
+  ! FFFCF017 00*368            a request: OID and the payload sent, as hex pairs, XX*N and "text";
+                               where one such line stands, these are all the requests
+  ! none                       no request is sent
+  + error.xml                  a file that it leaves; the > and ~ lines behind it are its text, in
+                               which <time> stands for a timestamp
+  - out.xml                    a file that it must not leave
+
+In printed lines \\xHH, \\r, \\t and \\\\ stand for the byte.
+"""
+
+import argparse
+import difflib
+import os
+import re
+import shlex
+import subprocess
+import sys
+import tempfile
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+BANNER = re.compile(rb"\nWLANX tool, Version 1\.00\.00\.0070\n[^\n]+\n\n")
+TIME = re.compile(rb"\d\d/\d\d/\d{4} \d\d:\d\d:\d\d")
+TRACED = re.compile(rb"0x([0-9A-F]{8}) len=(\d+)(?: if 0:([0-9a-f]*))? ")
+
+
+class Run:
+    def __init__(self, line, edition, words):
+        self.line = line
+        self.edition = edition
+        self.words = words
+        self.environment = {}
+        self.path = None
+        self.status = 0
+        self.output = b""
+        self.requests = None
+        self.files = {}
+        self.absent = []
+
+
+class Case:
+    def __init__(self, title):
+        self.title = title
+        self.scenario = None
+        self.lines = []
+        self.runs = []
+
+
+def unescape(text):
+    named = {"r": b"\r", "t": b"\t", "\\": b"\\"}
+    pieces = re.split(r"(\\x[0-9a-fA-F]{2}|\\[rt\\])", text)
+    return b"".join(
+        (bytes([int(p[2:], 16)]) if p[1:2] == "x" else named[p[1:]]) if i % 2 else p.encode()
+        for i, p in enumerate(pieces))
+
+
+def payload(words):
+    data = b""
+    for word in shlex.split(words, posix=False):
+        fill = re.fullmatch(r"([0-9a-fA-F]{2})\*(\d+)", word)
+        if word.startswith('"'):
+            data += unescape(word[1:-1])
+        elif fill:
+            data += bytes.fromhex(fill[1]) * int(fill[2])
+        else:
+            data += bytes.fromhex(word)
+    return data
+
+
+def expand(word):
+    return re.sub(r"\{(.)\*(\d+)\}", lambda m: m[1] * int(m[2]), word)
+
+
+def read_cases(path):
+    cases, environment, program_path, target = [], {}, None, None
+    for number, line in enumerate(open(path, encoding="utf-8"), 1):
+        line = line.rstrip("\n")
+        mark, _, rest = line.partition(" ")
+        case = cases[-1] if cases else None
+        run = case.runs[-1] if case and case.runs else None
+        if line == "" or mark.startswith("#"):
+            continue
+        if mark == "==":
+            cases.append(Case(rest))
+        elif mark == "@":
+            case.scenario = os.path.join(ROOT, "simulator", "scenarios", rest)
+        elif mark == "<":
+            case.lines.append(rest)
+        elif mark == "%":
+            environment.update([rest.split("=", 1)])
+        elif mark == "^":
+            program_path = rest
+        elif mark in ("$", "$eng"):
+            words = [expand(word) for word in shlex.split(rest)]
+            run = Run(number, "wlanx" if mark == "$" else "wlanx-eng", words)
+            run.environment, run.path = environment, program_path
+            case.runs.append(run)
+            environment, program_path, target = {}, None, None
+        elif mark in (">", "~"):
+            text = unescape(rest) + (b"\n" if mark == ">" else b"")
+            if target is None:
+                run.output += text
+            else:
+                run.files[target] += text
+        elif mark == "?":
+            run.status = int(rest)
+        elif mark == "!":
+            run.requests = run.requests or []
+            if rest != "none":
+                oid, _, words = rest.partition(" ")
+                run.requests.append((oid.upper(), payload(words)))
+        elif mark == "+":
+            target = rest
+            run.files[target] = b""
+        elif mark == "-":
+            run.absent.append(rest)
+        else:
+            sys.exit(f"{path}:{number}: unknown mark {mark}")
+    return cases
+
+
+class LinuxHost:
+    """Runs a program with the adapter in its own process."""
+
+    def __init__(self, folder):
+        self.folder = folder
+
+    def run(self, run, scenario, work):
+        trace = os.path.join(work, "..", "trace")
+        environment = {**os.environ, **run.environment, "A8000_TRACE": trace}
+        environment.pop("A8000_SCENARIO", None)
+        if scenario:
+            environment["A8000_SCENARIO"] = scenario
+        done = subprocess.run(
+            [run.path or run.edition] + run.words, cwd=work, env=environment, capture_output=True,
+            executable=os.path.join(self.folder, run.edition), stdin=subprocess.DEVNULL)
+        data = open(trace, "rb").read() if os.path.exists(trace) else b""
+        return done.stdout, done.stderr, done.returncode, data
+
+
+def requests_of(trace):
+    return [(m[1].decode(), bytes.fromhex((m[3] or b"").decode())) for m in TRACED.finditer(trace)]
+
+
+def show(requests):
+    return [f"{oid} {data.hex()}\n" for oid, data in requests]
+
+
+def differences(what, expected, actual):
+    return "".join(difflib.unified_diff(expected, actual, f"expected {what}", what, n=1))
+
+
+def lines_of(data):
+    text = data.decode("latin-1").replace("\r", "\\r")
+    return [line if line.endswith("\n") else line + "<no line end>\n"
+            for line in text.splitlines(keepends=True)]
+
+
+def check(host, case, run, folder):
+    """Returns what differs, as text; empty where nothing does."""
+    work = os.path.join(folder, "work")
+    os.makedirs(work)
+    scenario = case.scenario
+    if case.lines:
+        text = open(scenario, encoding="latin-1").read() if scenario else ""
+        scenario = os.path.join(folder, "case.a8000")
+        with open(scenario, "w", encoding="latin-1") as file:
+            # Of several rules for a request the first one answers.
+            file.write("\n".join(case.lines) + "\n" + text)
+    output, errors, status, trace = host.run(run, scenario, work)
+    problems = ""
+    banner = BANNER.match(output)
+    if not banner:
+        problems += f"no banner: {output[:200]!r}\n"
+    printed = output[banner.end():] if banner else output
+    if printed != run.output:
+        problems += differences("output", lines_of(run.output), lines_of(printed))
+    if status != run.status:
+        problems += f"status {status}, expected {run.status}\n"
+    if errors:
+        problems += f"standard error: {errors!r}\n"
+    sent = requests_of(trace)
+    if run.requests is not None and sent != run.requests:
+        problems += differences("requests", show(run.requests), show(sent))
+    for name, expected in run.files.items():
+        path = os.path.join(work, name)
+        data = TIME.sub(b"<time>", open(path, "rb").read()) if os.path.exists(path) else b""
+        if data != expected:
+            problems += differences(name, lines_of(expected), lines_of(data))
+    left = set(os.listdir(work)) - set(run.files)
+    for name in sorted(left & set(run.absent)) or (sorted(left) if run.files else []):
+        problems += f"left the file {name}\n"
+    return problems
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__,
+                                     formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--programs", required=True, help="the folder of the built programs")
+    parser.add_argument("cases", nargs="+")
+    options = parser.parse_args()
+    host = LinuxHost(os.path.abspath(options.programs))
+    passed = failed = 0
+    for path in options.cases:
+        for case in read_cases(path):
+            for run in case.runs:
+                with tempfile.TemporaryDirectory() as folder:
+                    problems = check(host, case, run, folder)
+                if problems:
+                    failed += 1
+                    words = " ".join([run.edition] + run.words)
+                    print(f"{path}:{run.line}: {case.title}: {words}\n{problems}")
+                else:
+                    passed += 1
+    print(f"{passed} passed, {failed} failed")
+    return 1 if failed or not passed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -31,7 +31,7 @@ void PrintPlainRow(const uint8_t* row, uint32_t number) {
 // Version 1: band, channel index, rate class, power, which is signed here.
 void PrintRatedRow(const uint8_t* row, uint32_t number) {
   if (row[0] >= RatedBands) return;
-  int power = static_cast<int8_t>(row[3]);
+  auto power = static_cast<int8_t>(row[3]);
   ConsolePrintf("Index%d: Band: %s, ChannelIndex: %d, Rate: %s, MaxTxPower: %0.1f dBm(0x%.2X)\n",
                 static_cast<int>(number), BandNames[row[0]], row[1],
                 row[2] < RateCount ? RateNames[row[2]] : "Unknown", Decibels(power),

@@ -1,0 +1,40 @@
+# What every script shares; to be read with `.` from a script whose folder is scripts/.
+set -eu
+root=$(CDPATH= cd -- "$(dirname -- "$0")/.." && pwd)
+
+say() { printf '%s\n' "$*" >&2; }
+
+# install PACKAGE...: installs those that are missing, by apt.
+install() {
+  missing=
+  for package in "$@"; do
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
+      missing="$missing $package"
+  done
+  [ -n "$missing" ] || return 0
+  say "Installing$missing ..."
+  asRoot=
+  [ "$(id -u)" = 0 ] || asRoot=sudo
+  log=$(mktemp)
+  if ! { $asRoot apt-get update &&
+         $asRoot env DEBIAN_FRONTEND=noninteractive \
+           apt-get install -y --no-install-recommends $missing; } >"$log" 2>&1 </dev/null; then
+    tail -n 20 "$log" >&2
+    rm -f "$log"
+    say "Could not install$missing"
+    exit 1
+  fi
+  rm -f "$log"
+}
+
+# build PRESET: configures once, then builds what changed; quiet unless it fails.
+build() {
+  [ -f "$root/build/$1/build.ninja" ] || say "Building $1 ..."
+  mkdir -p "$root/build"
+  log="$root/build/$1.log"
+  if ! (cd "$root" && { [ -f "build/$1/build.ninja" ] || cmake --preset "$1"; } &&
+        cmake --build --preset "$1") >"$log" 2>&1 </dev/null; then
+    cat "$log" >&2
+    exit 1
+  fi
+}

@@ -1,0 +1,158 @@
+// The console helpers: formatted text, the argument scanner, names and comparisons.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+#include "app/console/print.h"
+#include "app/console/scan.h"
+#include "app/console/text.h"
+
+namespace {
+
+template <typename... Values>
+std::string Format(const char* format, Values... values) {
+  char text[512];
+  int length = BoundedPrintf(text, sizeof text, format, values...);
+  EXPECT_EQ(strlen(text), static_cast<size_t>(length));
+  return text;
+}
+
+TEST(Print, ConvertsAsTheCLibraryDoes) {
+  struct {
+    const char* format;
+    int value;
+  } numbers[] = {{"%d", -1},     {"%d", INT32_MIN}, {"[%4d]", 7},  {"[%-4d]", 7},   {"[%2d]", -1},
+                 {"%02d", -1},   {"%04d", -12},     {"%u", -1},    {"%x", 0},       {"%0x", 0x1f},
+                 {"%0X", 0x1f},  {"%.2X", 5},       {"%.2X", -10}, {"%08x", 0x1f},  {"0x%.8X", 31},
+                 {"%c", 'z'},    {"[%3c]", 'z'},    {"%.0d", 0},   {"[%5.3d]", -7}, {"%hhu", 300},
+                 {"%hd", 70000}, {"100%%%d", 1}};
+  for (auto& [format, value] : numbers) {
+    char expected[64];
+    snprintf(expected, sizeof expected, format, value);
+    EXPECT_EQ(Format(format, value), expected) << format;
+  }
+  EXPECT_EQ(Format("[%20s][%-20s][%2s][%.2s]", "ab", "ab", "abc", "abc"),
+            "[                  ab][ab                  ][abc][ab]");
+  EXPECT_EQ(Format("[%.*s][%*d]", 2, "abc", 4, 7), "[ab][   7]");
+  EXPECT_EQ(Format("%llu %lld", ~0ULL, INT64_MIN), "18446744073709551615 -9223372036854775808");
+  EXPECT_EQ(Format("%.1f %0.1f %.1f", 15.5, -5.0, 127.5), "15.5 -5.0 127.5");
+  EXPECT_EQ(Format("%S|", reinterpret_cast<const wchar_t*>("B\0T\0\xe9\0\x16\x04\n\0\0\0")),
+            "BT??\n|");
+}
+
+TEST(Print, CutsAtTheEndOfItsMemoryAndCountsOn) {
+  char text[8] = "#######";
+  EXPECT_EQ(BoundedPrintf(text, 5, "%s-%d", "abc", 1234), 8);
+  EXPECT_STREQ(text, "abc-");
+  EXPECT_EQ(text[5], '#');
+  EXPECT_EQ(BoundedPrintf(text, 0, "xyz"), 3);
+  EXPECT_STREQ(text, "abc-");
+}
+
+TEST(Scan, ReadsNumbers) {
+  struct {
+    const char* text;
+    const char* format;
+    int count;
+    uint32_t value;
+  } cases[] = {{"12abc", "%d", 1, 12},
+               {" +7", "%d", 1, 7},
+               {"-1", "%d", 1, 0xFFFFFFFF},
+               {"- 1", "%d", 0, 99},
+               {"abc", "%d", 0, 99},
+               {"", "%d", -1, 99},
+               {"  ", "%d", -1, 99},
+               {"4294967297", "%d", 1, 1},
+               {"99999999999999999999", "%d", 1, 0xFFFFFFFF},
+               {"-99999999999999999999", "%d", 1, 0},
+               {"-1", "%u", 1, 0xFFFFFFFF},
+               {"1A", "0x%x", 0, 99},
+               {"0X1A", "0x%x", 0, 99},
+               {"0x1a", "0x%x", 1, 26},
+               {"0x", "0x%x", -1, 99},
+               {"0x0x1F", "0x%x", 1, 31},
+               {"0x123456789", "0x%x", 1, 0x23456789},
+               {"0xfffffffffffffffff", "0x%x", 1, 0xFFFFFFFF},
+               {"0xg", "%x", 0, 99},
+               {"0x", "%x", 0, 99},
+               {"0x-1", "0x%x", 1, 0xFFFFFFFF},
+               {"0x123456789", "0x%08x", 1, 0x12345678},
+               {"0x0x1234567", "0x%08x", 1, 0x123456},
+               {"ff-1", "%x-%x", 1, 255}};
+  for (auto& c : cases) {
+    uint32_t value = 99;
+    uint32_t other = 0;
+    EXPECT_EQ(ScanArgument(c.text, c.format, &value, &other), c.format[2] == '-' ? 2 : c.count);
+    EXPECT_EQ(value, c.value) << c.text << " by " << c.format;
+  }
+}
+
+TEST(Scan, StoresNoMoreThanTheTarget) {
+  uint8_t bytes[4] = {9, 9, 9, 9};
+  EXPECT_EQ(ScanArgument("100", "%2hhd", &bytes[1]), 1);
+  EXPECT_EQ(ScanArgument(" -12", "%2hhd", &bytes[2]), 1);
+  EXPECT_EQ(memcmp(bytes, "\x09\x0a\xff\x09", 4), 0);
+  uint16_t halves[3] = {9, 9, 9};
+  EXPECT_EQ(ScanArgument("65537-100", "%hd-%hx", &halves[0], &halves[1]), 2);
+  EXPECT_TRUE(halves[0] == 1 && halves[1] == 0x100 && halves[2] == 9);
+  char word[8] = "#######";
+  EXPECT_EQ(ScanArgument("abcde", "%s", word, 5U), 0);
+  EXPECT_STREQ(word, "#######");
+  EXPECT_EQ(ScanArgument("  abcd ef", "%s", word, 5U), 1);
+  EXPECT_TRUE(strcmp(word, "abcd") == 0 && word[5] == '#');
+  EXPECT_EQ(ScanArgument("  ", "%s", word, 5U), -1);
+}
+
+TEST(Scan, ParsesIntegersLikeAtoi) {
+  struct {
+    const char* text;
+    int value;
+  } cases[] = {{"12x", 12},
+               {"off", 0},
+               {"", 0},
+               {" \t-3", -3},
+               {"+4", 4},
+               {"2147483648", INT32_MAX},
+               {"99999999999999999999999", INT32_MAX},
+               {"-2147483649", INT32_MIN},
+               {"0x5", 0}};
+  for (auto& c : cases) EXPECT_EQ(ParseInteger(c.text), c.value) << c.text;
+}
+
+TEST(Text, NamesAndComparisons) {
+  struct {
+    const char* path;
+    const char* name;
+  } cases[] = {{R"(C:\tools\my.tool.exe)", "my.tool"},
+               {"tool", "tool"},
+               {".hidden", ".hidden"},
+               {"a.", "a"},
+               {R"(a.b\c)", "c"},
+               {"/x.y/tool", "/x"},
+               {"", ""},
+               {R"(dir\)", ""}};
+  for (auto& c : cases) {
+    char name[ProgramNameSize];
+    ProgramBaseName(c.path, name);
+    EXPECT_STREQ(name, c.name) << c.path;
+  }
+  EXPECT_TRUE(EqualsIgnoreCase("STat", "stAT"));
+  EXPECT_FALSE(EqualsIgnoreCase("stat", "stats"));
+  EXPECT_FALSE(EqualsIgnoreCase("a[", "A{"));
+}
+
+TEST(Text, ACopyThatDoesNotFitEndsTheProcess) {
+  char target[4];
+  CopyText(target, sizeof target, "abc");
+  EXPECT_STREQ(target, "abc");
+  EXPECT_EXIT(CopyText(target, sizeof target, "abcd"), testing::ExitedWithCode(3), "^$");
+  std::string longName(ProgramNameSize, 'a');
+  char name[ProgramNameSize];
+  EXPECT_EXIT(ProgramBaseName(longName.c_str(), name), testing::ExitedWithCode(3), "^$");
+  ProgramBaseName(longName.c_str() + 1, name);
+  EXPECT_EQ(strlen(name), ProgramNameSize - 1);
+}
+
+}  // namespace

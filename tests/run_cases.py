@@ -113,7 +113,7 @@ def read_cases(path):
             case.runs.append(run)
             environment, program_path, target = {}, None, None
         elif mark in (">", "~"):
-            text = unescape(rest) + (b"\n" if mark == ">" else b"")
+            text = unescape(expand(rest)) + (b"\n" if mark == ">" else b"")
             if target is None:
                 run.output += text
             else:

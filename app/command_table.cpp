@@ -2,6 +2,7 @@
 
 #include "app/listing.h"
 #include "commands/placeholder.h"
+#include "commands/sar/sar_command.h"
 #include "commands/status/status_commands.h"
 
 #ifdef WLANX_ENGINEERING
@@ -17,7 +18,7 @@ const CommandEntry CommandTable[] = {
     {0xFFFCF014, "country", HandleMissingCommand, "Get country, power table. Set power table"},
     {0xFFFCF016, "rf", HandleMissingCommand, "Get RF info"},
     {0xFFFCF01F, "TRx", HandleMissingCommand, "Set TRx"},
-    {0xFFFCF017, "sar", HandleMissingCommand, "Get SAR table"},
+    {0xFFFCF017, "sar", HandleSarCommand, "Get SAR table"},
     {0xFFFCF018, "txhang_counter", HandleTxHangCounterCommand, "Get Tx Hang Counter"},
     {0xFFFCF01C, "sniffer", HandleMissingCommand, "Sniffer mode"},
     {0xFFFCF01D, "get_lp", HandleGetLpCommand, "Get Low Power Info"},

@@ -1,0 +1,300 @@
+// The device's four calls on hosts that have no driver for it: the simulated adapter answers in
+// the tool's own process. A8000_SCENARIO names the scenario file (the built-in scenario without
+// it), A8000_TRACE a file that every call is recorded in.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include "platform/device_io.h"
+#include "simulator/adapter.h"
+#include "simulator/builtin_scenario.h"
+#include "simulator/scenario_parser.h"
+#include "simulator/trace.h"
+
+namespace {
+
+constexpr char DevicePath[] = "\\\\.\\A8000";
+constexpr DWORD QueryGlobalStats = 0x00170002;
+
+constexpr DWORD ErrorInvalidFunction = 1;
+constexpr DWORD ErrorFileNotFound = 2;
+constexpr DWORD ErrorInvalidHandle = 6;
+constexpr DWORD ErrorInvalidData = 13;
+constexpr DWORD ErrorInvalidParameter = 87;
+
+constexpr uint32_t TraceBufferBytes = 8192;
+
+struct SimulatedDevice {
+  bool started;   // the two variables have been read
+  bool unusable;  // the scenario or the trace file could not be used
+  bool open;
+  DWORD lastError;
+  Adapter adapter;
+  bool tracing;
+  const char* traceName;
+  int traceFile;
+  uint32_t traceUsed;
+  char traceBuffer[TraceBufferBytes];
+};
+
+SimulatedDevice* Device() {
+  static SimulatedDevice device;
+  return &device;
+}
+
+// Returns false where not all bytes could be written; errno says why.
+bool WriteAll(int file, const char* bytes, size_t size) {
+  while (size > 0) {
+    const ssize_t written = write(file, bytes, size);
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    bytes += written;
+    size -= static_cast<size_t>(written);
+  }
+  return true;
+}
+
+void WriteMessage(const char* text) {
+  WriteAll(STDERR_FILENO, text, strlen(text));
+}
+
+// Says "a8000: FILE:LINE: what is wrong" on standard error; the word is the one at fault.
+void ReportError(const char* name, const ScenarioError* error, const char* text) {
+  char line[12];
+  char* digit = line + sizeof(line) - 1;
+  uint32_t number = error->line;
+  *digit = 0;
+  do {
+    *--digit = static_cast<char>('0' + number % 10);
+    number /= 10;
+  } while (number > 0);
+
+  WriteMessage("a8000: ");
+  WriteMessage(name);
+  WriteMessage(":");
+  WriteMessage(digit);
+  WriteMessage(": ");
+  WriteMessage(error->what);
+  if (error->wordLength > 0) {
+    constexpr uint32_t MostShown = 60;
+    WriteMessage(": ");
+    WriteAll(STDERR_FILENO, text + error->wordStart,
+             error->wordLength < MostShown ? error->wordLength : MostShown);
+  }
+  WriteMessage("\n");
+}
+
+// The same for a file that the host refuses, with the reason in errno.
+void ReportFileError(const char* name) {
+  const ScenarioError error = {0, strerror(errno), 0, 0};
+  ReportError(name, &error, nullptr);
+}
+
+struct FileText {
+  char* bytes;
+  size_t size;
+};
+
+// Makes room for more of a file's text. Returns false where memory or the limit is reached; one
+// byte more than a scenario may have is let in, for the parser to refuse.
+bool GrowText(FileText* text, size_t* capacity) {
+  constexpr size_t Limit = MaxScenarioBytes + size_t{1};
+  const size_t doubled = *capacity == 0 ? 65536 : *capacity * 2;
+  const size_t wanted = doubled < Limit ? doubled : Limit;
+  if (wanted == *capacity) return false;
+  char* larger = static_cast<char*>(realloc(text->bytes, wanted));
+  if (larger == nullptr) return false;
+  text->bytes = larger;
+  *capacity = wanted;
+  return true;
+}
+
+// Reads a file to its end or to the limit. Returns false on failure; errno says why.
+bool ReadText(const char* name, FileText* text) {
+  const int file = open(name, O_RDONLY | O_CLOEXEC);
+  if (file < 0) return false;
+  size_t capacity = 0;
+  ssize_t got = 1;
+  while (got > 0) {
+    if (text->size == capacity && !GrowText(text, &capacity)) break;
+    do {
+      got = read(file, text->bytes + text->size, capacity - text->size);
+    } while (got < 0 && errno == EINTR);
+    if (got > 0) text->size += static_cast<size_t>(got);
+  }
+  const int error = errno;
+  close(file);
+  errno = error;
+  return got >= 0 && (got == 0 || text->size > MaxScenarioBytes);
+}
+
+// Parses a scenario file's text into memory of its own, which the process keeps. Returns null
+// where there is no memory for it.
+const Scenario* StoreScenario(const FileText* text, ScenarioSizes sizes) {
+  const ScenarioMemory memory = {
+      static_cast<ScenarioRule*>(calloc(sizes.rules + size_t{1}, sizeof(ScenarioRule))),
+      static_cast<ScenarioPatch*>(calloc(sizes.patches + size_t{1}, sizeof(ScenarioPatch))),
+      static_cast<uint8_t*>(calloc(sizes.bytes + size_t{1}, 1)),
+      static_cast<RegisterValue*>(calloc(sizes.registers + size_t{1}, sizeof(RegisterValue))),
+      sizes,
+  };
+  auto* scenario = static_cast<Scenario*>(calloc(1, sizeof(Scenario)));
+  if (memory.rules == nullptr || memory.patches == nullptr || memory.bytes == nullptr ||
+      memory.registers == nullptr || scenario == nullptr) {
+    return nullptr;
+  }
+  ParseScenario(text->bytes, text->size, &memory, &sizes, scenario);
+  return scenario;
+}
+
+// Returns null, after a message, for a file that cannot be used.
+const Scenario* LoadScenario(const char* name) {
+  FileText text = {};
+  ScenarioSizes sizes = {};
+  ScenarioError error = {};
+  const Scenario* scenario = nullptr;
+  if (ReadText(name, &text)) {
+    error = ParseScenario(text.bytes, text.size, nullptr, &sizes, nullptr);
+    if (error.what == nullptr) scenario = StoreScenario(&text, sizes);
+  }
+  if (error.what != nullptr) {
+    ReportError(name, &error, text.bytes);
+  } else if (scenario == nullptr) {
+    ReportFileError(name);
+  }
+  free(text.bytes);
+  return scenario;
+}
+
+// Creates the trace file. Where a standard stream is closed its number stays free, so that the
+// tool's own output never ends up in the trace. Returns -1 on failure.
+int CreateTraceFile(const char* name) {
+  const int file = open(name, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (file < 0 || file > STDERR_FILENO) return file;
+  const int moved = fcntl(file, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  close(file);
+  return moved;
+}
+
+// A variable's value; null where it is unset or empty.
+const char* Variable(const char* name) {
+  const char* value = getenv(name);
+  return value != nullptr && *value != 0 ? value : nullptr;
+}
+
+// Reads the two variables at the first call that touches the device.
+void Start(SimulatedDevice* device) {
+  if (device->started) return;
+  device->started = true;
+
+  const char* scenarioName = Variable("A8000_SCENARIO");
+  const Scenario* scenario =
+      scenarioName == nullptr ? &BuiltinScenario : LoadScenario(scenarioName);
+  uint32_t* served = nullptr;
+  if (scenario != nullptr) {
+    served = static_cast<uint32_t*>(calloc(scenario->ruleCount + size_t{1}, sizeof(uint32_t)));
+  }
+  if (served == nullptr) {
+    device->unusable = true;
+  } else {
+    AdapterStart(&device->adapter, scenario, served);
+  }
+
+  device->traceName = Variable("A8000_TRACE");
+  if (device->traceName == nullptr) return;
+  device->traceFile = CreateTraceFile(device->traceName);
+  device->tracing = device->traceFile >= 0;
+  if (!device->tracing) {
+    ReportFileError(device->traceName);
+    device->unusable = true;
+  }
+}
+
+void FlushTrace(SimulatedDevice* device) {
+  if (!WriteAll(device->traceFile, device->traceBuffer, device->traceUsed)) {
+    ReportFileError(device->traceName);
+    device->tracing = false;
+  }
+  device->traceUsed = 0;
+}
+
+// Collects the pieces of a line; each line is in the file before the call that it records returns.
+void WriteTrace(void* context, const char* bytes, uint32_t size) {
+  auto* device = static_cast<SimulatedDevice*>(context);
+  if (!device->tracing) return;
+  if (size > TraceBufferBytes - device->traceUsed) FlushTrace(device);
+  memcpy(device->traceBuffer + device->traceUsed, bytes, size);
+  device->traceUsed += size;
+  if (bytes[size - 1] == '\n') FlushTrace(device);
+}
+
+// Sets the last-error code of a failed call.
+BOOL Refuse(SimulatedDevice* device, DWORD error) {
+  device->lastError = error;
+  return 0;
+}
+
+CallResult Open(const SimulatedDevice* device, const char* path, bool channelParameters) {
+  if (path == nullptr || strcmp(path, DevicePath) != 0) return {Outcome::Fails, ErrorFileNotFound};
+  if (!channelParameters) return {Outcome::Fails, ErrorInvalidParameter};
+  if (device->unusable) return {Outcome::Fails, ErrorInvalidData};
+  return AdapterOpen(&device->adapter);
+}
+
+}  // namespace
+
+HANDLE CreateFileA(const char* path, DWORD access, DWORD sharing, void* /*security*/,
+                   DWORD disposition, DWORD attributes, HANDLE /*templateFile*/) {
+  SimulatedDevice* device = Device();
+  Start(device);
+  const bool channelParameters = access == (GENERIC_READ | GENERIC_WRITE) && sharing == 0 &&
+                                 disposition == CREATE_ALWAYS &&
+                                 attributes == FILE_ATTRIBUTE_NORMAL;
+  const CallResult result = Open(device, path, channelParameters);
+  const TraceSink sink = {WriteTrace, device};
+  if (device->tracing) TraceOpen(&sink, result);
+  if (result.outcome == Outcome::Fails) {
+    Refuse(device, result.error);
+    return INVALID_HANDLE_VALUE;
+  }
+  if (result.outcome == Outcome::YieldsNull) return nullptr;
+  device->open = true;
+  return device;
+}
+
+BOOL DeviceIoControl(HANDLE handle, DWORD controlCode, void* input, DWORD inputLength, void* output,
+                     DWORD outputLength, DWORD* bytesReturned, void* /*overlapped*/) {
+  SimulatedDevice* device = Device();
+  uint32_t oid = 0;
+  if (handle != device || !device->open) return Refuse(device, ErrorInvalidHandle);
+  if (controlCode != QueryGlobalStats) return Refuse(device, ErrorInvalidFunction);
+  if (inputLength != sizeof(oid)) return Refuse(device, ErrorInvalidParameter);
+  memcpy(&oid, input, sizeof(oid));
+
+  auto* payload = static_cast<uint8_t*>(output);
+  const TraceSink sink = {WriteTrace, device};
+  if (device->tracing) TraceRequest(&sink, oid, payload, outputLength);
+  const RequestResult result = AdapterRequest(&device->adapter, oid, payload, outputLength);
+  if (device->tracing) TraceAnswer(&sink, &result, payload, outputLength);
+  if (bytesReturned != nullptr) *bytesReturned = result.returned;
+  if (result.call.outcome == Outcome::Fails) return Refuse(device, result.call.error);
+  return 1;
+}
+
+BOOL CloseHandle(HANDLE handle) {
+  SimulatedDevice* device = Device();
+  if (handle != device || !device->open) return Refuse(device, ErrorInvalidHandle);
+  const CallResult result = AdapterClose(&device->adapter);
+  const TraceSink sink = {WriteTrace, device};
+  if (device->tracing) TraceClose(&sink, result);
+  if (result.outcome == Outcome::Fails) return Refuse(device, result.error);
+  device->open = false;
+  return 1;
+}
+
+DWORD GetLastError() {
+  return Device()->lastError;
+}

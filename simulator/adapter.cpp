@@ -1,0 +1,121 @@
+#include "simulator/adapter.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr uint32_t OidReadRegister = 0xFFFCF001;
+constexpr uint32_t OidWriteRegister = 0xFFFCF002;
+
+constexpr CallResult Success = {Outcome::Succeeds, 0};
+
+bool PatchMatches(const Scenario* scenario, const ScenarioPatch* patch, const uint8_t* payload,
+                  uint32_t length) {
+  if (patch->offset > length || patch->count > length - patch->offset) return false;
+  const uint8_t* found = payload + patch->offset;
+  const uint8_t* wanted = scenario->bytes + patch->firstByte;
+  if (!patch->fill) return patch->count == 0 || memcmp(found, wanted, patch->count) == 0;
+  for (uint32_t i = 0; i < patch->count; i++) {
+    if (found[i] != *wanted) return false;
+  }
+  return true;
+}
+
+void WritePatch(const Scenario* scenario, const ScenarioPatch* patch, uint8_t* payload,
+                uint32_t length) {
+  if (patch->offset >= length) return;
+  const uint32_t room = length - patch->offset;
+  const uint32_t count = patch->count < room ? patch->count : room;
+  if (count == 0) return;
+  const uint8_t* source = scenario->bytes + patch->firstByte;
+  if (patch->fill) {
+    memset(payload + patch->offset, *source, count);
+  } else {
+    memcpy(payload + patch->offset, source, count);
+  }
+}
+
+bool RuleMatches(const Scenario* scenario, const ScenarioRule* rule, const uint8_t* payload,
+                 uint32_t length) {
+  if (rule->hasLength && rule->length != length) return false;
+  const ScenarioPatch* conditions = scenario->patches + rule->firstPatch;
+  for (uint32_t i = 0; i < rule->conditionCount; i++) {
+    if (!PatchMatches(scenario, &conditions[i], payload, length)) return false;
+  }
+  return true;
+}
+
+RequestResult ApplyRule(const Scenario* scenario, const ScenarioRule* rule, uint8_t* payload,
+                        uint32_t length) {
+  const ScenarioPatch* writes = scenario->patches + rule->firstPatch + rule->conditionCount;
+  for (uint32_t i = 0; i < rule->writeCount; i++) {
+    WritePatch(scenario, &writes[i], payload, length);
+  }
+  return {rule->result, rule->hasReturned ? rule->returned : length};
+}
+
+uint32_t ReadRegister(const Adapter* adapter, uint32_t address) {
+  for (uint32_t i = 0; i < adapter->writtenCount; i++) {
+    if (adapter->written[i].address == address) return adapter->written[i].value;
+  }
+  const Scenario* scenario = adapter->scenario;
+  for (uint32_t i = scenario->registerCount; i > 0; i--) {
+    if (scenario->registers[i - 1].address == address) return scenario->registers[i - 1].value;
+  }
+  return 0;
+}
+
+CallResult WriteRegister(Adapter* adapter, RegisterValue entry) {
+  for (uint32_t i = 0; i < adapter->writtenCount; i++) {
+    if (adapter->written[i].address == entry.address) {
+      adapter->written[i].value = entry.value;
+      return Success;
+    }
+  }
+  if (adapter->writtenCount == MaxWrittenRegisters) return {Outcome::Fails, ErrorNotEnoughMemory};
+  adapter->written[adapter->writtenCount++] = entry;
+  return Success;
+}
+
+// Serves a request that no rule has answered.
+CallResult AccessRegister(Adapter* adapter, uint32_t oid, uint8_t* payload, uint32_t length) {
+  RegisterValue entry = {};
+  const bool known = oid == OidReadRegister || oid == OidWriteRegister;
+  if (!known || adapter->scenario->registerCount == 0 || length != sizeof(entry)) {
+    return {Outcome::Fails, ErrorNotSupported};
+  }
+  memcpy(&entry, payload, sizeof(entry));
+  if (oid == OidWriteRegister) return WriteRegister(adapter, entry);
+  entry.value = ReadRegister(adapter, entry.address);
+  memcpy(payload, &entry, sizeof(entry));
+  return Success;
+}
+
+}  // namespace
+
+void AdapterStart(Adapter* adapter, const Scenario* scenario, uint32_t* served) {
+  adapter->scenario = scenario;
+  adapter->served = served;
+  adapter->writtenCount = 0;
+  for (uint32_t i = 0; i < scenario->ruleCount; i++) served[i] = 0;
+}
+
+CallResult AdapterOpen(const Adapter* adapter) {
+  return adapter->scenario->open;
+}
+
+CallResult AdapterClose(const Adapter* adapter) {
+  return adapter->scenario->close;
+}
+
+RequestResult AdapterRequest(Adapter* adapter, uint32_t oid, uint8_t* payload, uint32_t length) {
+  const Scenario* scenario = adapter->scenario;
+  for (uint32_t i = 0; i < scenario->ruleCount; i++) {
+    const ScenarioRule* rule = &scenario->rules[i];
+    if (rule->oid != oid || !RuleMatches(scenario, rule, payload, length)) continue;
+    if (rule->hasTimes && adapter->served[i] >= rule->times) continue;
+    if (rule->hasTimes) adapter->served[i]++;
+    return ApplyRule(scenario, rule, payload, length);
+  }
+  return {AccessRegister(adapter, oid, payload, length), length};
+}

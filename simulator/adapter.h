@@ -1,0 +1,34 @@
+// The simulated adapter: answers requests from a scenario. It runs in the tool's own process and
+// in a kernel-mode driver alike and allocates nothing.
+#pragma once
+
+#include <cstdint>
+
+#include "simulator/scenario.h"
+
+constexpr uint32_t ErrorNotEnoughMemory = 8;
+constexpr uint32_t ErrorNotSupported = 50;
+
+// How many different registers can be written; a write beyond them fails with 8.
+constexpr uint32_t MaxWrittenRegisters = 1024;
+
+struct Adapter {
+  const Scenario* scenario;
+  uint32_t* served;  // requests answered so far, one counter for each rule of the scenario
+  uint32_t writtenCount;
+  RegisterValue written[MaxWrittenRegisters];
+};
+
+struct RequestResult {
+  CallResult call;
+  uint32_t returned;  // the count to report back, on failures too
+};
+
+// Puts the adapter into its first state. `served` has room for one counter a rule.
+void AdapterStart(Adapter* adapter, const Scenario* scenario, uint32_t* served);
+
+CallResult AdapterOpen(const Adapter* adapter);
+CallResult AdapterClose(const Adapter* adapter);
+
+// Answers one request in its payload.
+RequestResult AdapterRequest(Adapter* adapter, uint32_t oid, uint8_t* payload, uint32_t length);

@@ -1,6 +1,8 @@
 // The device's four calls on hosts that have no driver for it: the simulated adapter answers in
 // the tool's own process. A8000_SCENARIO names the scenario file (the built-in scenario without
 // it), A8000_TRACE a file that every call is recorded in.
+#ifndef _WIN32
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -298,3 +300,5 @@ BOOL CloseHandle(HANDLE handle) {
 DWORD GetLastError() {
   return Device()->lastError;
 }
+
+#endif

@@ -1,0 +1,237 @@
+#include <gtest/gtest.h>
+
+#include <iterator>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "simulator/adapter.h"
+#include "simulator/scenario_parser.h"
+#include "simulator/trace.h"
+
+namespace {
+
+// A scenario text, its records and the adapter that answers from them.
+struct Loaded {
+  std::vector<ScenarioRule> rules;
+  std::vector<ScenarioPatch> patches;
+  std::vector<uint8_t> bytes;
+  std::vector<RegisterValue> registers;
+  std::vector<uint32_t> served;
+  Scenario scenario;
+  Adapter adapter;
+};
+
+void Load(Loaded* loaded, const std::string& text) {
+  ScenarioSizes sizes = {};
+  const ScenarioError error = ParseScenario(text.data(), text.size(), nullptr, &sizes, nullptr);
+  ASSERT_EQ(error.what, nullptr) << error.line << ": " << error.what;
+  loaded->rules.resize(sizes.rules);
+  loaded->patches.resize(sizes.patches);
+  loaded->bytes.resize(sizes.bytes);
+  loaded->registers.resize(sizes.registers);
+  loaded->served.resize(sizes.rules);
+  const ScenarioMemory memory = {loaded->rules.data(), loaded->patches.data(), loaded->bytes.data(),
+                                 loaded->registers.data(), sizes};
+  ParseScenario(text.data(), text.size(), &memory, &sizes, &loaded->scenario);
+  AdapterStart(&loaded->adapter, &loaded->scenario, loaded->served.data());
+}
+
+// Sends a request with the payload; returns "ok" or the error code, then the payload left, then
+// the returned count where it is not the payload's length.
+std::string Ask(Loaded* loaded, uint32_t oid, std::string payload) {
+  auto* bytes = reinterpret_cast<uint8_t*>(payload.data());
+  const auto length = static_cast<uint32_t>(payload.size());
+  const RequestResult result = AdapterRequest(&loaded->adapter, oid, bytes, length);
+  std::string answer =
+      result.call.outcome == Outcome::Fails ? std::to_string(result.call.error) : "ok";
+  answer += "|" + payload;
+  if (result.returned != length) answer += "|" + std::to_string(result.returned);
+  return answer;
+}
+
+TEST(ScenarioParser, RefusesWithLineAndReason) {
+  // A statement, then what is wrong with it.
+  const char* const cases[] = {"open",
+                               "outcome expected",
+                               "open fine",
+                               "unknown outcome",
+                               "close null",
+                               "unknown outcome",
+                               "open ok ok",
+                               "unexpected word",
+                               "open error=",
+                               "number expected",
+                               "open error=-1",
+                               "number expected",
+                               "register 1",
+                               "value expected",
+                               "register 1 2 3",
+                               "unexpected word",
+                               "register 0x100000000 1",
+                               "number is too large",
+                               "0x ok",
+                               "number expected",
+                               "5x ok",
+                               "number expected",
+                               "5",
+                               "outcome expected",
+                               "5 # ok",
+                               "outcome expected",
+                               "5 OK",
+                               "unknown word",
+                               "5 0:01 ok",
+                               "unknown word",
+                               "5 len=1 len=1 ok",
+                               "given twice",
+                               "5 if",
+                               "OFFSET:BYTES expected",
+                               "5 if 0=1 ok",
+                               "OFFSET:BYTES expected",
+                               "5 ok times=1 times=1",
+                               "given twice",
+                               "5 ok returned=1 0:01 returned=1",
+                               "given twice",
+                               "5 ok len=1",
+                               "unknown word",
+                               "5 ok 0:",
+                               "bytes expected",
+                               "5 ok 0:012",
+                               "hex digits come in pairs",
+                               "5 ok 0:01zz",
+                               "bytes expected",
+                               "5 ok 0:0102*3",
+                               "only one byte can be repeated",
+                               "5 ok 0:01*",
+                               "number expected",
+                               "5 ok 0:u8=256",
+                               "number is too large",
+                               "5 ok 0:u8=-129",
+                               "number is too large",
+                               "5 ok 0:u64=18446744073709551616",
+                               "number is too large",
+                               "5 ok 0:u32=",
+                               "number expected",
+                               "5 ok 0:\"a",
+                               "text is not ended",
+                               "5 ok 0:\"a\\",
+                               "text is not ended",
+                               "5 ok 0:\"a\\q\"",
+                               "unknown escape",
+                               "5 ok 0:\"\\x4\"",
+                               "unknown escape",
+                               "5 ok 0:\"a\"b",
+                               "bytes expected",
+                               "4294967296 ok",
+                               "number is too large",
+                               "clos ok",
+                               "unknown statement"};
+  for (size_t i = 0; i < std::size(cases); i += 2) {
+    const std::string text = std::string("open ok\r\n\n") + cases[i];
+    ScenarioSizes sizes = {};
+    const ScenarioError error = ParseScenario(text.data(), text.size(), nullptr, &sizes, nullptr);
+    EXPECT_STREQ(error.what, cases[i + 1]) << cases[i];
+    EXPECT_EQ(error.line, 3U) << cases[i];
+  }
+  const std::string longLine(MaxLineBytes + 1, ' ');
+  ScenarioSizes sizes = {};
+  EXPECT_NE(ParseScenario(longLine.data(), longLine.size(), nullptr, &sizes, nullptr).what,
+            nullptr);
+}
+
+TEST(ScenarioParser, TakesEveryPatchForm) {
+  const std::pair<const char*, std::string> cases[] = {
+      {"0:6a4A", "jJ--------"},
+      {"2:41*3 times=1 returned=10", "--AAA-----"},
+      {"8:42*4294967295", "--------BB"},
+      {"9:4142 10:41 4294967295:41", "---------A"},
+      {"0:u8=0x41 1:u8=-1 2:u16=0x4241 4:u32=0x44434241",
+       "A\xff"
+       "ABABCD--"},
+      {"0:u64=-0x8000000000000000", std::string("\0\0\0\0\0\0\0\x80--", 10)},
+      {"0:\"a#b \\n\\r\\t\\\\\\\"\\x00\"#", std::string("a#b \n\r\t\\\"\0", 10)},
+      {"0:L\"a\\xe9\"\t5:\"\"", std::string("a\0\xe9\0------", 10)},
+      {"0:4141 1:42", "AB--------"}};
+  for (const auto& [patches, left] : cases) {
+    Loaded loaded;
+    Load(&loaded, std::string("5 ok ") + patches);
+    EXPECT_EQ(Ask(&loaded, 5, "----------"), "ok|" + left) << patches;
+  }
+}
+
+TEST(SimulatedAdapter, FirstMatchingRuleAnswersUntilItIsUsedUp) {
+  Loaded loaded;
+  Load(&loaded,
+       "open null\nopen error=2\r\nclose error=6\n"
+       "5 len=2 if 1:\"b\" error=31 0:58 times=2\n"
+       "5 if 0:61 if 1:62*2 ok 0:59 returned=7\n"
+       "5 if 3:\"\" error=8 times=0\n"
+       "5 len=0 error=0");
+  EXPECT_EQ(AdapterOpen(&loaded.adapter).error, 2U);
+  EXPECT_EQ(AdapterClose(&loaded.adapter).error, 6U);
+  EXPECT_EQ(Ask(&loaded, 5, "ab"), "31|Xb");
+  EXPECT_EQ(Ask(&loaded, 5, "abb"), "ok|Ybb|7");
+  EXPECT_EQ(Ask(&loaded, 5, "cb"), "31|Xb");
+  EXPECT_EQ(Ask(&loaded, 5, "ab"), "50|ab");  // used up; the second rule needs three bytes
+  EXPECT_EQ(Ask(&loaded, 5, "abc"), "50|abc");
+  EXPECT_EQ(Ask(&loaded, 5, ""), "0|");
+  EXPECT_EQ(Ask(&loaded, 6, "ab"), "50|ab");
+}
+
+TEST(SimulatedAdapter, KeepsWhatIsWrittenToRegisters) {
+  const uint32_t read = 0xFFFCF001;
+  const uint32_t write = 0xFFFCF002;
+  const auto access = [](uint32_t address, uint32_t value) {
+    const uint32_t words[] = {address, value};
+    return std::string(reinterpret_cast<const char*>(words), sizeof(words));
+  };
+  Loaded loaded;
+  Load(&loaded, "register 4 1\nregister 8 2\nregister 4 3\n0xFFFCF001 if 0:u32=12 error=31");
+  EXPECT_EQ(Ask(&loaded, read, access(4, 9)), "ok|" + access(4, 3));
+  EXPECT_EQ(Ask(&loaded, read, access(16, 9)), "ok|" + access(16, 0));
+  EXPECT_EQ(Ask(&loaded, read, access(12, 9)), "31|" + access(12, 9));
+  EXPECT_EQ(Ask(&loaded, read, "1234567"), "50|1234567");
+  for (uint32_t i = 0; i < MaxWrittenRegisters; i++) Ask(&loaded, write, access(4 * i, i + 100));
+  EXPECT_EQ(Ask(&loaded, write, access(4, 7)), "ok|" + access(4, 7));
+  EXPECT_EQ(Ask(&loaded, read, access(4, 0)), "ok|" + access(4, 7));
+  EXPECT_EQ(Ask(&loaded, write, access(3, 7)), "8|" + access(3, 7));
+  Loaded none;
+  Load(&none, "");
+  EXPECT_EQ(Ask(&none, read, access(4, 9)), "50|" + access(4, 9));
+  EXPECT_EQ(AdapterOpen(&none.adapter).outcome, Outcome::Succeeds);
+}
+
+TEST(Trace, ReplaysAsAScenario) {
+  Loaded loaded;
+  Load(&loaded, "5 if 0:00 ok 1:ff returned=3\n5 error=234\nopen error=13\nclose ok");
+  std::string trace;
+  const TraceSink sink = {[](void* context, const char* bytes, uint32_t size) {
+                            EXPECT_LE(size, TraceChunkBytes);
+                            static_cast<std::string*>(context)->append(bytes, size);
+                          },
+                          &trace};
+  const std::string payloads[] = {std::string(2, 0), "a", "", std::string(9000, 1)};
+  std::vector<std::string> answers;
+  TraceOpen(&sink, AdapterOpen(&loaded.adapter));
+  for (std::string payload : payloads) {
+    answers.push_back(Ask(&loaded, 5, payload));
+    auto* bytes = reinterpret_cast<uint8_t*>(payload.data());
+    const auto length = static_cast<uint32_t>(payload.size());
+    TraceRequest(&sink, 5, bytes, length);
+    const RequestResult result = AdapterRequest(&loaded.adapter, 5, bytes, length);
+    TraceAnswer(&sink, &result, bytes, length);
+  }
+  TraceClose(&sink, AdapterClose(&loaded.adapter));
+  EXPECT_EQ(trace.substr(0, trace.find("0x00000005 len=9000")),
+            "open error=13\n"
+            "0x00000005 len=2 if 0:0000 ok 0:00ff times=1 returned=3\n"
+            "0x00000005 len=1 if 0:61 error=234 0:61 times=1\n"
+            "0x00000005 len=0 error=234 times=1\n");
+  Loaded replayed;
+  Load(&replayed, trace);
+  for (size_t i = 0; i < answers.size(); i++) {
+    EXPECT_EQ(Ask(&replayed, 5, payloads[i]), answers[i]);
+  }
+}
+
+}  // namespace

@@ -1,6 +1,7 @@
 #include "app/command_table.h"
 
 #include "app/listing.h"
+#include "commands/maintenance/maintenance_commands.h"
 #include "commands/placeholder.h"
 #include "commands/sar/sar_command.h"
 #include "commands/status/status_commands.h"
@@ -24,13 +25,13 @@ const CommandEntry CommandTable[] = {
     {0xFFFCF01D, "get_lp", HandleGetLpCommand, "Get Low Power Info"},
     {0xFFFCF104, "ics", HandleMissingCommand, "Set ICS Mode"},
     {0xFFFCF105, "get_mac_Add", HandleGetMacAddCommand, "Get MAC Address"},
-    {0xFFFCF107, "NonMS", HandleMissingCommand, "Open LowPower Feature on NonMS"},
-    {0xFFFCF108, "setreg", HandleMissingCommand, "Setting Registry Value"},
-    {0xFFFCF109, "getreg", HandleMissingCommand, "Getting Registry value"},
-    {0xFFFCF115, "set_pcie_driving", HandleMissingCommand, "Get and Set PCIE driving"},
+    {0xFFFCF107, "NonMS", HandleNonMsCommand, "Open LowPower Feature on NonMS"},
+    {0xFFFCF108, "setreg", HandleSetRegCommand, "Setting Registry Value"},
+    {0xFFFCF109, "getreg", HandleGetRegCommand, "Getting Registry value"},
+    {0xFFFCF115, "set_pcie_driving", HandleSetPcieDrivingCommand, "Get and Set PCIE driving"},
     {0x0FFFC20D, "get_fw_ver", HandleGetFwVerCommand, "Get FW Version"},
     {0x0FFFC20E, "export_rssi_report", HandleMissingCommand, "Export RSSI report"},
-    {0xFFFCF116, "pcie", HandleMissingCommand, "Check PCIE gen switch"},
+    {0xFFFCF116, "pcie", HandlePcieCommand, "Check PCIE gen switch"},
 #ifdef WLANX_ENGINEERING
 #include "app/internal_rows.inc"
 #endif

@@ -1,0 +1,129 @@
+#include "commands/internal/coexistence_info.h"
+
+#include "app/console/print.h"
+#include "app/console/text.h"
+#include "channel/driver_channel.h"
+#include "channel/request_errors.h"
+#include "commands/internal/internal_commands.h"
+
+namespace {
+
+constexpr uint32_t OidCoexInfo = 0xFFFCF003;
+constexpr uint32_t CoexInfoSelector = 0x81;
+
+// The report under construction.
+struct CoexText {
+  char text[1024];
+  size_t used;  // length that everything appended needs; beyond the size once something was cut
+};
+
+// Appends at least one value by `format`. What does not fit is cut, what follows it is dropped.
+template <typename... Values>
+void CoexAppend(CoexText* report, const char* format, Values... values) {
+  if (report->used >= sizeof(report->text)) return;
+  const int length = BoundedPrintf(report->text + report->used, sizeof(report->text) - report->used,
+                                   format, values...);
+  if (length > 0) report->used += static_cast<size_t>(length);
+}
+
+void AppendBtProfile(CoexText* report, const char* label, const uint8_t* value) {
+  static constexpr const char* Profiles[] = {
+      "SCO",      "A2DP", "LINK CONNECTED", "HID",       "PAGE", "INQUIRY", "ESCO", "MULTI HID",
+      "BLE SCAN", "ADV",  "ADV DIRECT",     "A2DP SINK", "PAN"};
+  unsigned mask = value[0] | static_cast<unsigned>(value[1]) << 8;
+  CoexAppend(report, "%-20s : ", label);
+  if (mask == 0) CoexAppend(report, "%s\n", "none");
+  for (const char* profile : Profiles) {
+    if ((mask & 1) != 0) CoexAppend(report, "%s\n", profile);
+    mask >>= 1;
+  }
+}
+
+void AppendNumber(CoexText* report, const char* label, const uint8_t* value) {
+  CoexAppend(report, "%-20s : %d\n", label, value[0]);
+}
+
+// Bits 4 to 7 of `modes` tell for which directions the band has a common action.
+void AppendArbitrationBand(CoexText* report, const char* label, unsigned modes) {
+  static constexpr const char* Directions[] = {"WF Rx BT Tx", "WF Tx BT Rx", "WF Rx BT Rx",
+                                               "WF Tx BT Tx"};
+  unsigned bit = 0x10;
+  for (const char* direction : Directions) {
+    CoexAppend(report, "%-20s : %s %s common action\n", label, direction,
+               (modes & bit) != 0 ? "all" : "no");
+    label = " ";
+    bit <<= 1;
+  }
+}
+
+void AppendArbitrationMode(CoexText* report, const char* /*label*/, const uint8_t* value) {
+  AppendArbitrationBand(report, "InBand ARB mode", value[1]);
+  AppendArbitrationBand(report, "OutBand ARB mode", value[3]);
+}
+
+void AppendProtectionType(CoexText* report, const char* label, const uint8_t* value) {
+  const bool set = (value[0] | value[1] | value[2] | value[3]) != 0;
+  CoexAppend(report, "%-20s : %s\n", label, set ? "PS-NULL" : "CTS");
+}
+
+// One kind of item; its id is its index.
+struct CoexInfoItem {
+  const char* label;
+  size_t valueLength;  // bytes that `append` reads, whatever length the item states
+  void (*append)(CoexText* report, const char* label, const uint8_t* value);  // null: not shown
+};
+constexpr CoexInfoItem CoexInfoItemTable[] = {
+    {"Isolation Detection Value", 0, nullptr},
+    {"BT Profile", 4, AppendBtProfile},
+    {"Rx BA Size", 1, AppendNumber},
+    {"ARB Mode", 4, AppendArbitrationMode},
+    {"Protection Type", 4, AppendProtectionType},
+    {"CFG CoexIsoCtrl", 1, AppendNumber},
+    {"CFG CoexModeCtrl", 1, AppendNumber},
+    {"CFG FddPerPkt", 1, AppendNumber},
+    {"CFG BT FIX POWER", 0, nullptr},
+    {"CFG BT FDD GAIN", 0, nullptr},
+    {"CFG BT FDD POWER", 0, nullptr},
+    {"CFG WF FDD POWER", 0, nullptr},
+};
+constexpr size_t CoexInfoItemCount = sizeof(CoexInfoItemTable) / sizeof(CoexInfoItemTable[0]);
+
+}  // namespace
+
+void FormatCoexInfo(const CoexInfo& info) {
+  CoexText report = {};
+  size_t cursor = 0;
+  uint8_t consumed = 0;  // wraps, so a longer list ends with its items or the reply
+  while (consumed < info.listLength) {
+    if (cursor + 2 > sizeof(info.items)) break;
+    const size_t id = info.items[cursor];
+    const uint8_t length = info.items[cursor + 1];
+    cursor += 2;
+    consumed = static_cast<uint8_t>(consumed + length + 2);
+    if (id >= CoexInfoItemCount) return;
+    const CoexInfoItem& item = CoexInfoItemTable[id];
+    if (item.append == nullptr) {
+      cursor += length;
+      continue;
+    }
+    if (cursor + item.valueLength > sizeof(info.items)) break;
+    item.append(&report, item.label, info.items + cursor);
+    cursor += item.valueLength;
+  }
+  ConsolePrintf("%s\n", report.text);
+}
+
+int HandleCoexInfoCommand(int argc, char** argv) {
+  if (argc != 3 || !EqualsIgnoreCase(argv[2], "0x81")) {
+    ConsolePrintf("Invalid parameters\n");
+    return 0;
+  }
+  CoexInfo info = {};
+  info.selector = CoexInfoSelector;
+  if (!OidRequest(OidCoexInfo, &info)) {
+    PrintRequestError();
+    return 0;
+  }
+  FormatCoexInfo(info);
+  return 1;
+}

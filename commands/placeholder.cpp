@@ -1,5 +1,0 @@
-#include "commands/placeholder.h"
-
-int HandleMissingCommand(int /*argc*/, char** /*argv*/) {
-  return 1;
-}

@@ -105,7 +105,7 @@ def read_cases(path):
         elif mark == "%":
             environment.update([rest.split("=", 1)])
         elif mark == "^":
-            program_path = rest
+            program_path = expand(rest)
         elif mark in ("$", "$eng"):
             words = [expand(word) for word in shlex.split(rest)]
             run = Run(number, "wlanx" if mark == "$" else "wlanx-eng", words)

@@ -1,0 +1,71 @@
+// The uniform commands of the engineering edition: each is one row, and one function runs any row.
+// Echo, count check, arguments into the cleared payload, line before, one request, line after.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+constexpr int AnyCount = 0;
+constexpr size_t LongestRowPayload = 264;
+
+// An argument and the payload field that it is converted into.
+struct ArgumentField {
+  const char* format;  // of ScanArgument; null behind the row's last field
+  int argument;        // index into argv
+  size_t offset;       // into the payload
+};
+
+enum class ValueKind : uint8_t {
+  Argument,      // the argument at an index of argv, as typed
+  Byte,          // 8 bits of the payload
+  Number,        // 32 bits of the payload
+  CategoryName,  // the name of the debug category in 32 bits of the payload
+  LevelName,     // the name of the debug level in 32 bits of the payload
+};
+
+// A stretch of a printed line, up to and with its one value.
+struct PrintedValue {
+  const char* format;  // null behind the row's last value
+  ValueKind kind;
+  size_t at;  // index into argv or offset into the payload
+};
+
+struct InternalRow {
+  uint32_t oid;
+  uint32_t length;                // payload bytes
+  int count;                      // the argument count that the command takes
+  int wrongCountResult = 0;       // what it returns for any other
+  bool countCheckedLate = false;  // `fields` and `before` come before the count check
+  bool failureEndsLine = false;   // the report of a refused request has a line end
+  const char* echo = nullptr;     // printed first, with argv[0], argv[1] and argv[2]
+  ArgumentField fields[2] = {};
+  PrintedValue before[3] = {};  // printed before the request
+  PrintedValue after[4] = {};   // printed after it, from the reply
+};
+
+int RunInternalRow(const InternalRow& row, int argc, char** argv);
+
+// The CommandHandler of a row.
+template <const InternalRow& row>
+int HandleInternalRow(int argc, char** argv) {
+  return RunInternalRow(row, argc, argv);
+}
+
+extern const InternalRow BypassCacRow;
+extern const InternalRow RadarDetectRow;
+extern const InternalRow RddDbdcRow;
+extern const InternalRow DeepSleepCntRow;
+extern const InternalRow SetIdValueRow;
+extern const InternalRow DynamicDtimRow;
+extern const InternalRow GetCoexTpRow;
+extern const InternalRow HwReadRow;
+extern const InternalRow HwWriteRow;
+extern const InternalRow GetDbgLevelRow;
+extern const InternalRow SetDbgLevelRow;
+extern const InternalRow SetSrRow;
+extern const InternalRow SetAxCfgRow;
+extern const InternalRow SetBccRow;
+extern const InternalRow SetSerRow;
+extern const InternalRow GetUsbSpeedRow;
+extern const InternalRow GetCacTimeRow;
+extern const InternalRow TpTestModeRow;

@@ -245,6 +245,7 @@ constexpr WtblWordGroups LmacWtblGroups = {
          "  >> Not disable RX header translation, please refer RX Translation Rule of TX-RX Header "
          "Translation Datasheet about RX header translation enable conditions."}},
        "Disable RX Header Translation function"},
+      // The multi-station block-ack bit goes by the same name as the one before it.
       {"DIS_RHTR [01]DW4[29:29] = ",
        {4, 29, 29},
        {},
@@ -306,6 +307,7 @@ constexpr WtblWordGroups LmacWtblGroups = {
        {5, 14, 12},
        {{0, 7, "  >> offset %d."}},
        "SR rate offset. Indicate SR rate offset in SR period."},
+      // Shown as 0 whatever the bit holds.
       {"SRabort (HE) [01]DW5[15:15] = ",
        {5, 15, 15},
        {{0, 1, "  >> not abort."}},
@@ -681,6 +683,7 @@ constexpr WtblWordGroups LmacWtblGroups = {
        {},
        "the average value of SNR of RX stream 0 (unit: 1dBm). 0~63 mapping to -16~47.   64~255 is "
        "reserved."},
+      // Six bits wide, unlike the range in its header.
       {"SNR_RX1 [06]DW31[10:06] = ",
        {31, 11, 6},
        {},

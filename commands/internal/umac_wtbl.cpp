@@ -57,8 +57,7 @@ static_assert(offsetof(UwtblSummary, amsduWord) == 44);
 void PrintUwtblSummary(const UwtblSummary& summary) {
   const uint32_t keyLocation0 = WtblBits(summary.keyWord, 10, 0);
   const uint32_t keyLocation1 = WtblBits(summary.keyWord, 26, 16);
-  ConsolePrintf("UMAC WTBL Addr: group: 0x%x=0x%x addr: 0x%x\n", summary.group, 0U,
-                summary.address);
+  ConsolePrintf("UMAC WTBL Addr: group: 0x%x=0x0 addr: 0x%x\n", summary.group, summary.address);
   ConsolePrintf("UWTBL DW 0,1\n\tpn:%llu\n\tcom_sn:%u\n",
                 static_cast<unsigned long long>(summary.packetNumber),
                 WtblBits(summary.commonSequenceWord, 27, 16));

@@ -5,10 +5,10 @@
 #include "channel/driver_channel.h"
 #include "channel/request_errors.h"
 #include "commands/internal/internal_commands.h"
+#include "commands/internal/internal_oid.h"
 
 namespace {
 
-constexpr uint32_t OidCoexInfo = 0xFFFCF003;
 constexpr uint32_t CoexInfoSelector = 0x81;
 
 // The report under construction.

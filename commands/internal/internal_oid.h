@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+constexpr uint32_t OidCoexInfo = 0xFFFCF003;          // CoexInfo
 constexpr uint32_t OidFwLog = 0xFFFCF004;             // FwLogParam
 constexpr uint32_t OidGetDebugLevel = 0xFFFCF008;     // category and level
 constexpr uint32_t OidSetDebugLevel = 0xFFFCF009;     // category and level
@@ -22,6 +23,7 @@ constexpr uint32_t OidLengthTest = 0xFFFCF100;        // any length
 constexpr uint32_t OidSetIdValue = 0xFFFCF101;        // id and value in 264 bytes; fixedrate's code
 constexpr uint32_t OidSetSer = 0xFFFCF103;            // 32-bit number
 constexpr uint32_t OidDeepSleepCount = 0xFFFCF106;    // id and value in 264 bytes
+constexpr uint32_t OidUwtblSummary = 0xFFFCF10A;      // UwtblSummary
 constexpr uint32_t OidDfsState = 0xFFFCF10B;          // one byte
 constexpr uint32_t OidCacTime = 0xFFFCF10C;           // seconds at 4, in 12 bytes
 constexpr uint32_t OidRadarDetect = 0xFFFCF10D;       // mode byte at 4, in 8 bytes

@@ -5,6 +5,7 @@
 #include "channel/driver_channel.h"
 #include "channel/request_errors.h"
 #include "commands/internal/internal_commands.h"
+#include "commands/internal/internal_oid.h"
 
 namespace {
 
@@ -31,8 +32,6 @@ void HardwareAmsdu(char* text, size_t size, const uint32_t* /*words*/, uint32_t 
                 length, length * 256 - 256, length * 256 - 1, WtblBits(value, 8, 6),
                 WtblBits(value, 9, 9));
 }
-
-constexpr uint32_t OidUwtblSummary = 0xFFFCF10A;
 
 struct UwtblSummary {
   uint32_t reserved0;

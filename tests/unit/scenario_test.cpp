@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -51,87 +50,34 @@ std::string Ask(Loaded* loaded, uint32_t oid, std::string payload) {
 }
 
 TEST(ScenarioParser, RefusesWithLineAndReason) {
-  // A statement, then what is wrong with it.
-  const char* const cases[] = {"open",
-                               "outcome expected",
-                               "open fine",
-                               "unknown outcome",
-                               "close null",
-                               "unknown outcome",
-                               "open ok ok",
-                               "unexpected word",
-                               "open error=",
-                               "number expected",
-                               "open error=-1",
-                               "number expected",
-                               "register 1",
-                               "value expected",
-                               "register 1 2 3",
-                               "unexpected word",
-                               "register 0x100000000 1",
-                               "number is too large",
-                               "0x ok",
-                               "number expected",
-                               "5x ok",
-                               "number expected",
-                               "5",
-                               "outcome expected",
-                               "5 # ok",
-                               "outcome expected",
-                               "5 OK",
-                               "unknown word",
-                               "5 0:01 ok",
-                               "unknown word",
-                               "5 len=1 len=1 ok",
-                               "given twice",
-                               "5 if",
-                               "OFFSET:BYTES expected",
-                               "5 if 0=1 ok",
-                               "OFFSET:BYTES expected",
-                               "5 ok times=1 times=1",
-                               "given twice",
-                               "5 ok returned=1 0:01 returned=1",
-                               "given twice",
-                               "5 ok len=1",
-                               "unknown word",
-                               "5 ok 0:",
-                               "bytes expected",
-                               "5 ok 0:012",
-                               "hex digits come in pairs",
-                               "5 ok 0:01zz",
-                               "bytes expected",
-                               "5 ok 0:0102*3",
-                               "only one byte can be repeated",
-                               "5 ok 0:01*",
-                               "number expected",
-                               "5 ok 0:u8=256",
-                               "number is too large",
-                               "5 ok 0:u8=-129",
-                               "number is too large",
-                               "5 ok 0:u64=18446744073709551616",
-                               "number is too large",
-                               "5 ok 0:u32=",
-                               "number expected",
-                               "5 ok 0:\"a",
-                               "text is not ended",
-                               "5 ok 0:\"a\\",
-                               "text is not ended",
-                               "5 ok 0:\"a\\q\"",
-                               "unknown escape",
-                               "5 ok 0:\"\\x4\"",
-                               "unknown escape",
-                               "5 ok 0:\"a\"b",
-                               "bytes expected",
-                               "4294967296 ok",
-                               "number is too large",
-                               "clos ok",
-                               "unknown statement"};
-  for (size_t i = 0; i < std::size(cases); i += 2) {
-    const std::string text = std::string("open ok\r\n\n") + cases[i];
-    ScenarioSizes sizes = {};
-    const ScenarioError error = ParseScenario(text.data(), text.size(), nullptr, &sizes, nullptr);
-    EXPECT_STREQ(error.what, cases[i + 1]) << cases[i];
-    EXPECT_EQ(error.line, 3U) << cases[i];
+  const std::pair<const char*, std::vector<const char*>> cases[] = {
+      {"outcome expected", {"open", "5", "5 # ok"}},
+      {"unknown outcome", {"open fine", "close null"}},
+      {"unexpected word", {"open ok ok", "register 1 2 3"}},
+      {"number expected",
+       {"open error=", "open error=-1", "0x ok", "5x ok", "5 ok 0:01*", "5 ok 0:u32="}},
+      {"value expected", {"register 1"}},
+      {"number is too large",
+       {"register 0x100000000 1", "5 ok 0:u8=256", "5 ok 0:u8=-129",
+        "5 ok 0:u64=18446744073709551616", "4294967296 ok"}},
+      {"unknown word", {"5 OK", "5 0:01 ok", "5 ok len=1"}},
+      {"given twice",
+       {"5 len=1 len=1 ok", "5 ok times=1 times=1", "5 ok returned=1 0:01 returned=1"}},
+      {"OFFSET:BYTES expected", {"5 if", "5 if 0=1 ok"}},
+      {"bytes expected", {"5 ok 0:", "5 ok 0:01zz", "5 ok 0:\"a\"b"}},
+      {"hex digits come in pairs", {"5 ok 0:012"}},
+      {"only one byte can be repeated", {"5 ok 0:0102*3"}},
+      {"text is not ended", {"5 ok 0:\"a", "5 ok 0:\"a\\"}},
+      {"unknown escape", {"5 ok 0:\"a\\q\"", "5 ok 0:\"\\x4\""}},
+      {"unknown statement", {"clos ok"}}};
+  for (const auto& [what, statements] : cases) {
+    for (const char* statement : statements) {
+      const std::string text = std::string("open ok\r\n\n") + statement;
+      ScenarioSizes sizes = {};
+      const ScenarioError error = ParseScenario(text.data(), text.size(), nullptr, &sizes, nullptr);
+      EXPECT_STREQ(error.what, what) << statement;
+      EXPECT_EQ(error.line, 3U) << statement;
+    }
   }
   const std::string longLine(MaxLineBytes + 1, ' ');
   ScenarioSizes sizes = {};

@@ -147,37 +147,40 @@ TEST(SimulatedAdapter, KeepsWhatIsWrittenToRegisters) {
   EXPECT_EQ(AdapterOpen(&none.adapter).outcome, Outcome::Succeeds);
 }
 
-TEST(Trace, ReplaysAsAScenario) {
+// The trace of a few requests from opening to closing.
+std::string Record(const std::string& scenario) {
   Loaded loaded;
-  Load(&loaded, "5 if 0:00 ok 1:ff returned=3\n5 error=234\nopen error=13\nclose ok");
+  Load(&loaded, scenario);
   std::string trace;
-  const TraceSink sink = {[](void* context, const char* bytes, uint32_t size) {
-                            EXPECT_LE(size, TraceChunkBytes);
-                            static_cast<std::string*>(context)->append(bytes, size);
-                          },
-                          &trace};
-  const std::string payloads[] = {std::string(2, 0), "a", "", std::string(9000, 1)};
-  std::vector<std::string> answers;
+  const auto append = [](void* context, const char* bytes, uint32_t size) {
+    EXPECT_LE(size, TraceChunkBytes);
+    static_cast<std::string*>(context)->append(bytes, size);
+  };
+  const TraceSink sink = {append, &trace};
   TraceOpen(&sink, AdapterOpen(&loaded.adapter));
-  for (std::string payload : payloads) {
-    answers.push_back(Ask(&loaded, 5, payload));
+  for (std::string payload : {std::string(2, 0), std::string("a"), {}, std::string(9000, 1)}) {
     auto* bytes = reinterpret_cast<uint8_t*>(payload.data());
     const auto length = static_cast<uint32_t>(payload.size());
-    TraceRequest(&sink, 5, bytes, length);
-    const RequestResult result = AdapterRequest(&loaded.adapter, 5, bytes, length);
+    TraceRequest(&sink, 0xFFFCF005, bytes, length);
+    const RequestResult result = AdapterRequest(&loaded.adapter, 0xFFFCF005, bytes, length);
     TraceAnswer(&sink, &result, bytes, length);
   }
   TraceClose(&sink, AdapterClose(&loaded.adapter));
-  EXPECT_EQ(trace.substr(0, trace.find("0x00000005 len=9000")),
+  return trace;
+}
+
+TEST(Trace, ReplaysAsAScenario) {
+  const std::string trace = Record(
+      "0xFFFCF005 if 0:00 ok 1:fA returned=3\n0xFFFCF005 error=234 8999:ff\n"
+      "open error=13\nclose error=6");
+  EXPECT_EQ(trace.substr(0, trace.find("0xFFFCF005 len=9000")),
             "open error=13\n"
-            "0x00000005 len=2 if 0:0000 ok 0:00ff times=1 returned=3\n"
-            "0x00000005 len=1 if 0:61 error=234 0:61 times=1\n"
-            "0x00000005 len=0 error=234 times=1\n");
-  Loaded replayed;
-  Load(&replayed, trace);
-  for (size_t i = 0; i < answers.size(); i++) {
-    EXPECT_EQ(Ask(&replayed, 5, payloads[i]), answers[i]);
-  }
+            "0xFFFCF005 len=2 if 0:0000 ok 0:00fa times=1 returned=3\n"
+            "0xFFFCF005 len=1 if 0:61 error=234 0:61 times=1\n"
+            "0xFFFCF005 len=0 error=234 times=1\n");
+  EXPECT_TRUE(trace.ends_with("0101ff times=1\nclose error=6\n"));
+  EXPECT_EQ(Record(trace), trace);
+  EXPECT_EQ(Record("open null").substr(0, 10), "open null\n");
 }
 
 }  // namespace

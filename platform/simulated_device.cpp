@@ -13,6 +13,7 @@
 #include "platform/device_io.h"
 #include "simulator/adapter.h"
 #include "simulator/builtin_scenario.h"
+#include "simulator/scenario_memory.h"
 #include "simulator/scenario_parser.h"
 #include "simulator/trace.h"
 
@@ -35,6 +36,8 @@ struct SimulatedDevice {
   bool open;
   DWORD lastError;
   Adapter adapter;
+  Scenario scenario;  // one that was read from a file
+  void* memory;       // the scenario's records, the adapter's counters
   bool tracing;
   const char* traceName;
   int traceFile;
@@ -133,42 +136,43 @@ bool ReadText(const char* name, FileText* text) {
   return got >= 0 && (got == 0 || text->size > MaxScenarioBytes);
 }
 
-// Parses a scenario file's text into memory of its own, which the process keeps. Returns null
-// where there is no memory for it.
-const Scenario* StoreScenario(const FileText* text, ScenarioSizes sizes) {
-  const ScenarioMemory memory = {
-      static_cast<ScenarioRule*>(calloc(sizes.rules + size_t{1}, sizeof(ScenarioRule))),
-      static_cast<ScenarioPatch*>(calloc(sizes.patches + size_t{1}, sizeof(ScenarioPatch))),
-      static_cast<uint8_t*>(calloc(sizes.bytes + size_t{1}, 1)),
-      static_cast<RegisterValue*>(calloc(sizes.registers + size_t{1}, sizeof(RegisterValue))),
-      sizes,
-  };
-  auto* scenario = static_cast<Scenario*>(calloc(1, sizeof(Scenario)));
-  if (memory.rules == nullptr || memory.patches == nullptr || memory.bytes == nullptr ||
-      memory.registers == nullptr || scenario == nullptr) {
-    return nullptr;
-  }
-  ParseScenario(text->bytes, text->size, &memory, &sizes, scenario);
-  return scenario;
+// Parses a scenario that is known to be sound into memory that the process keeps, and starts the
+// adapter with it. Returns false where there is no memory.
+bool StoreScenario(SimulatedDevice* device, const FileText* text, ScenarioSizes sizes) {
+  device->memory = calloc(1, ScenarioMemoryBytes(&sizes) + size_t{1});
+  if (device->memory == nullptr) return false;
+  ScenarioMemory memory = {};
+  uint32_t* served = DivideScenarioMemory(device->memory, &sizes, &memory);
+  ParseScenario(text->bytes, text->size, &memory, &sizes, &device->scenario);
+  AdapterStart(&device->adapter, &device->scenario, served);
+  return true;
 }
 
-// Returns null, after a message, for a file that cannot be used.
-const Scenario* LoadScenario(const char* name) {
+// Returns false, after a message, for a file that cannot be used.
+bool LoadScenario(SimulatedDevice* device, const char* name) {
   FileText text = {};
   ScenarioSizes sizes = {};
   ScenarioError error = {};
-  const Scenario* scenario = nullptr;
+  bool loaded = false;
   if (ReadText(name, &text)) {
     error = ParseScenario(text.bytes, text.size, nullptr, &sizes, nullptr);
-    if (error.what == nullptr) scenario = StoreScenario(&text, sizes);
+    loaded = error.what == nullptr && StoreScenario(device, &text, sizes);
   }
   if (error.what != nullptr) {
     ReportError(name, &error, text.bytes);
-  } else if (scenario == nullptr) {
+  } else if (!loaded) {
     ReportFileError(name);
   }
   free(text.bytes);
-  return scenario;
+  return loaded;
+}
+
+// Starts the adapter with the built-in scenario.
+bool LoadBuiltinScenario(SimulatedDevice* device) {
+  device->memory = calloc(BuiltinScenario.ruleCount, sizeof(uint32_t));
+  if (device->memory == nullptr) return false;
+  AdapterStart(&device->adapter, &BuiltinScenario, static_cast<uint32_t*>(device->memory));
+  return true;
 }
 
 // Creates the trace file. Where a standard stream is closed its number stays free, so that the
@@ -193,17 +197,8 @@ void Start(SimulatedDevice* device) {
   device->started = true;
 
   const char* scenarioName = Variable("A8000_SCENARIO");
-  const Scenario* scenario =
-      scenarioName == nullptr ? &BuiltinScenario : LoadScenario(scenarioName);
-  uint32_t* served = nullptr;
-  if (scenario != nullptr) {
-    served = static_cast<uint32_t*>(calloc(scenario->ruleCount + size_t{1}, sizeof(uint32_t)));
-  }
-  if (served == nullptr) {
-    device->unusable = true;
-  } else {
-    AdapterStart(&device->adapter, scenario, served);
-  }
+  device->unusable =
+      scenarioName == nullptr ? !LoadBuiltinScenario(device) : !LoadScenario(device, scenarioName);
 
   device->traceName = Variable("A8000_TRACE");
   if (device->traceName == nullptr) return;
@@ -250,50 +245,50 @@ CallResult Open(const SimulatedDevice* device, const char* path, bool channelPar
 
 HANDLE CreateFileA(const char* path, DWORD access, DWORD sharing, void* /*security*/,
                    DWORD disposition, DWORD attributes, HANDLE /*templateFile*/) {
-  SimulatedDevice* device = Device();
-  Start(device);
+  SimulatedDevice* simulated = Device();
+  Start(simulated);
   const bool channelParameters = access == (GENERIC_READ | GENERIC_WRITE) && sharing == 0 &&
                                  disposition == CREATE_ALWAYS &&
                                  attributes == FILE_ATTRIBUTE_NORMAL;
-  const CallResult result = Open(device, path, channelParameters);
-  const TraceSink sink = {WriteTrace, device};
-  if (device->tracing) TraceOpen(&sink, result);
+  const CallResult result = Open(simulated, path, channelParameters);
+  const TraceSink sink = {WriteTrace, simulated};
+  if (simulated->tracing) TraceOpen(&sink, result);
   if (result.outcome == Outcome::Fails) {
-    Refuse(device, result.error);
+    Refuse(simulated, result.error);
     return INVALID_HANDLE_VALUE;
   }
   if (result.outcome == Outcome::YieldsNull) return nullptr;
-  device->open = true;
-  return device;
+  simulated->open = true;
+  return simulated;
 }
 
-BOOL DeviceIoControl(HANDLE handle, DWORD controlCode, void* input, DWORD inputLength, void* output,
+BOOL DeviceIoControl(HANDLE device, DWORD controlCode, void* input, DWORD inputLength, void* output,
                      DWORD outputLength, DWORD* bytesReturned, void* /*overlapped*/) {
-  SimulatedDevice* device = Device();
+  SimulatedDevice* simulated = Device();
   uint32_t oid = 0;
-  if (handle != device || !device->open) return Refuse(device, ErrorInvalidHandle);
-  if (controlCode != QueryGlobalStats) return Refuse(device, ErrorInvalidFunction);
-  if (inputLength != sizeof(oid)) return Refuse(device, ErrorInvalidParameter);
+  if (device != simulated || !simulated->open) return Refuse(simulated, ErrorInvalidHandle);
+  if (controlCode != QueryGlobalStats) return Refuse(simulated, ErrorInvalidFunction);
+  if (inputLength != sizeof(oid)) return Refuse(simulated, ErrorInvalidParameter);
   memcpy(&oid, input, sizeof(oid));
 
   auto* payload = static_cast<uint8_t*>(output);
-  const TraceSink sink = {WriteTrace, device};
-  if (device->tracing) TraceRequest(&sink, oid, payload, outputLength);
-  const RequestResult result = AdapterRequest(&device->adapter, oid, payload, outputLength);
-  if (device->tracing) TraceAnswer(&sink, &result, payload, outputLength);
+  const TraceSink sink = {WriteTrace, simulated};
+  if (simulated->tracing) TraceRequest(&sink, oid, payload, outputLength);
+  const RequestResult result = AdapterRequest(&simulated->adapter, oid, payload, outputLength);
+  if (simulated->tracing) TraceAnswer(&sink, &result, payload, outputLength);
   if (bytesReturned != nullptr) *bytesReturned = result.returned;
-  if (result.call.outcome == Outcome::Fails) return Refuse(device, result.call.error);
+  if (result.call.outcome == Outcome::Fails) return Refuse(simulated, result.call.error);
   return 1;
 }
 
-BOOL CloseHandle(HANDLE handle) {
-  SimulatedDevice* device = Device();
-  if (handle != device || !device->open) return Refuse(device, ErrorInvalidHandle);
-  const CallResult result = AdapterClose(&device->adapter);
-  const TraceSink sink = {WriteTrace, device};
-  if (device->tracing) TraceClose(&sink, result);
-  if (result.outcome == Outcome::Fails) return Refuse(device, result.error);
-  device->open = false;
+BOOL CloseHandle(HANDLE device) {
+  SimulatedDevice* simulated = Device();
+  if (device != simulated || !simulated->open) return Refuse(simulated, ErrorInvalidHandle);
+  const CallResult result = AdapterClose(&simulated->adapter);
+  const TraceSink sink = {WriteTrace, simulated};
+  if (simulated->tracing) TraceClose(&sink, result);
+  if (result.outcome == Outcome::Fails) return Refuse(simulated, result.error);
+  simulated->open = false;
   return 1;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "simulator/adapter.h"
+#include "simulator/scenario_memory.h"
 #include "simulator/scenario_parser.h"
 #include "simulator/trace.h"
 
@@ -12,11 +13,7 @@ namespace {
 
 // A scenario text, its records and the adapter that answers from them.
 struct Loaded {
-  std::vector<ScenarioRule> rules;
-  std::vector<ScenarioPatch> patches;
-  std::vector<uint8_t> bytes;
-  std::vector<RegisterValue> registers;
-  std::vector<uint32_t> served;
+  std::vector<uint32_t> block;
   Scenario scenario;
   Adapter adapter;
 };
@@ -25,15 +22,11 @@ void Load(Loaded* loaded, const std::string& text) {
   ScenarioSizes sizes = {};
   const ScenarioError error = ParseScenario(text.data(), text.size(), nullptr, &sizes, nullptr);
   ASSERT_EQ(error.what, nullptr) << error.line << ": " << error.what;
-  loaded->rules.resize(sizes.rules);
-  loaded->patches.resize(sizes.patches);
-  loaded->bytes.resize(sizes.bytes);
-  loaded->registers.resize(sizes.registers);
-  loaded->served.resize(sizes.rules);
-  const ScenarioMemory memory = {loaded->rules.data(), loaded->patches.data(), loaded->bytes.data(),
-                                 loaded->registers.data(), sizes};
+  loaded->block.resize(ScenarioMemoryBytes(&sizes) / 4 + 1);
+  ScenarioMemory memory = {};
+  uint32_t* served = DivideScenarioMemory(loaded->block.data(), &sizes, &memory);
   ParseScenario(text.data(), text.size(), &memory, &sizes, &loaded->scenario);
-  AdapterStart(&loaded->adapter, &loaded->scenario, loaded->served.data());
+  AdapterStart(&loaded->adapter, &loaded->scenario, served);
 }
 
 // Sends a request with the payload; returns "ok" or the error code, then the payload left, then

@@ -22,7 +22,7 @@ A case file holds cases; a case holds a scenario and any number of runs against 
                                which <time> stands for a timestamp
   - out.xml                    a file that it must not leave
 
-In printed lines \\xHH, \\r, \\t and \\\\ stand for the byte.
+In printed lines \\xHH, \\n, \\r, \\t and \\\\ stand for the byte.
 """
 
 import argparse
@@ -63,8 +63,8 @@ class Case:
 
 
 def unescape(text):
-    named = {"r": b"\r", "t": b"\t", "\\": b"\\"}
-    pieces = re.split(r"(\\x[0-9a-fA-F]{2}|\\[rt\\])", text)
+    named = {"n": b"\n", "r": b"\r", "t": b"\t", "\\": b"\\"}
+    pieces = re.split(r"(\\x[0-9a-fA-F]{2}|\\[nrt\\])", text)
     return b"".join(
         (bytes([int(p[2:], 16)]) if p[1:2] == "x" else named[p[1:]]) if i % 2 else p.encode()
         for i, p in enumerate(pieces))

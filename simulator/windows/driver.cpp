@@ -1,0 +1,249 @@
+// a8000sim.sys: the simulated adapter as a kernel-mode driver. Programs open \\.\A8000, the control
+// program opens \\.\A8000Control. What is answered is decided in driver_front.cpp.
+#include <intrin.h>
+// The kernel headers define two of the compiler's functions once more, which C++ refuses.
+#define InterlockedBitTestAndSet KernelBitTestAndSet
+#define InterlockedBitTestAndReset KernelBitTestAndReset
+#include <ntifs.h>
+#undef InterlockedBitTestAndSet
+#undef InterlockedBitTestAndReset
+
+#include "simulator/windows/driver_front.h"
+#include "simulator/windows/nt_status.h"
+
+namespace {
+
+constexpr ULONG PoolTag = 0x38303041;  // "A008"
+
+struct DriverState {
+  DEVICE_OBJECT* device;
+  DEVICE_OBJECT* control;
+  DeviceLink link;
+  FAST_MUTEX mutex;  // guards the front and the link
+  DriverFront front;
+};
+
+DriverState* State() {
+  static DriverState state;
+  return &state;
+}
+
+// The kernel only reads the texts of the names that it is given.
+template <size_t Size>
+UNICODE_STRING NameOf(const wchar_t (&text)[Size]) {
+  return {(Size - 1) * sizeof(wchar_t), Size * sizeof(wchar_t), const_cast<wchar_t*>(text)};
+}
+
+UNICODE_STRING DeviceName() {
+  return NameOf(L"\\Device\\A8000");
+}
+
+UNICODE_STRING DeviceLinkName() {
+  return NameOf(L"\\??\\A8000");
+}
+
+UNICODE_STRING ControlName() {
+  return NameOf(L"\\Device\\A8000Control");
+}
+
+UNICODE_STRING ControlLinkName() {
+  return NameOf(L"\\??\\A8000Control");
+}
+
+void* Allocate(uint64_t size) {
+  return ExAllocatePoolWithTag(PagedPool, size, PoolTag);
+}
+
+void Release(void* memory) {
+  ExFreePoolWithTag(memory, PoolTag);
+}
+
+NTSTATUS StatusOf(FrontReply reply) {
+  return reply.failed ? static_cast<NTSTATUS>(StatusOfError(reply.error)) : STATUS_SUCCESS;
+}
+
+NTSTATUS Complete(IRP* irp, NTSTATUS status, ULONG_PTR returned) {
+  irp->IoStatus.Status = status;
+  irp->IoStatus.Information = returned;
+  IoCompleteRequest(irp, IO_NO_INCREMENT);
+  return status;
+}
+
+// Brings the device's name into the state that the scenario wants. Called with the mutex held.
+void ArrangeLink(DriverState* state, DeviceLink wanted) {
+  if (state->link == wanted) return;
+  UNICODE_STRING link = DeviceLinkName();
+  UNICODE_STRING target = DeviceName();
+  if (state->link != DeviceLink::Absent) IoDeleteSymbolicLink(&link);
+  state->link = DeviceLink::Absent;
+  if (wanted == DeviceLink::Absent) return;
+  if (NT_SUCCESS(
+          IoCreateSymbolicLink(&link, wanted == DeviceLink::ToItself ? &link : &target))) {
+    state->link = wanted;
+  }
+}
+
+OpenTerms TermsOf(const IO_STACK_LOCATION* call) {
+  const auto& create = call->Parameters.Create;
+  OpenTerms terms = {3, create.ShareAccess, create.Options >> 24, create.FileAttributes};
+  if (create.SecurityContext == nullptr) return terms;
+  const ACCESS_MASK access = create.SecurityContext->DesiredAccess;
+  const bool reads = (access & (FILE_READ_DATA | GENERIC_READ | GENERIC_ALL)) != 0;
+  const bool writes = (access & (FILE_WRITE_DATA | GENERIC_WRITE | GENERIC_ALL)) != 0;
+  terms.access = (reads ? 1u : 0u) | (writes ? 2u : 0u);
+  return terms;
+}
+
+NTSTATUS NTAPI HandleCreate(DEVICE_OBJECT* device, IRP* irp) {
+  DriverState* state = State();
+  if (device == state->control) return Complete(irp, STATUS_SUCCESS, 0);
+  const OpenTerms terms = TermsOf(IoGetCurrentIrpStackLocation(irp));
+  ExAcquireFastMutex(&state->mutex);
+  const FrontReply reply = FrontOpen(&state->front, terms);
+  ExReleaseFastMutex(&state->mutex);
+  return Complete(irp, StatusOf(reply), 0);
+}
+
+NTSTATUS NTAPI HandleClose(DEVICE_OBJECT* device, IRP* irp) {
+  DriverState* state = State();
+  if (device == state->control) return Complete(irp, STATUS_SUCCESS, 0);
+  ExAcquireFastMutex(&state->mutex);
+  const FrontReply reply = FrontClose(&state->front);
+  ExReleaseFastMutex(&state->mutex);
+  return Complete(irp, StatusOf(reply), 0);
+}
+
+NTSTATUS NTAPI HandleCleanup(DEVICE_OBJECT* /*device*/, IRP* irp) {
+  return Complete(irp, STATUS_SUCCESS, 0);
+}
+
+// The payload is the memory behind the MDL; there is none for a payload of no bytes.
+NTSTATUS AnswerProgram(DriverState* state, IRP* irp, const IO_STACK_LOCATION* call) {
+  const auto& control = call->Parameters.DeviceIoControl;
+  void* payload = nullptr;
+  ULONG length = 0;
+  if (irp->MdlAddress != nullptr) {
+    payload = MmGetSystemAddressForMdlSafe(irp->MdlAddress, NormalPagePriority);
+    if (payload == nullptr) return Complete(irp, STATUS_INSUFFICIENT_RESOURCES, 0);
+    length = control.OutputBufferLength;
+  }
+  ExAcquireFastMutex(&state->mutex);
+  const FrontReply reply =
+      FrontRequest(&state->front, control.IoControlCode, irp->AssociatedIrp.SystemBuffer,
+                   control.InputBufferLength, payload, length);
+  ExReleaseFastMutex(&state->mutex);
+  return Complete(irp, StatusOf(reply), reply.returned);
+}
+
+NTSTATUS AnswerControl(DriverState* state, IRP* irp, const IO_STACK_LOCATION* call) {
+  const auto& control = call->Parameters.DeviceIoControl;
+  ExAcquireFastMutex(&state->mutex);
+  const FrontReply reply =
+      FrontControl(&state->front, control.IoControlCode, irp->AssociatedIrp.SystemBuffer,
+                   control.InputBufferLength, control.OutputBufferLength);
+  ArrangeLink(state, WantedLink(&state->front));
+  ExReleaseFastMutex(&state->mutex);
+  return Complete(irp, StatusOf(reply), reply.returned);
+}
+
+NTSTATUS NTAPI HandleDeviceControl(DEVICE_OBJECT* device, IRP* irp) {
+  DriverState* state = State();
+  const IO_STACK_LOCATION* call = IoGetCurrentIrpStackLocation(irp);
+  return device == state->control ? AnswerControl(state, irp, call)
+                                  : AnswerProgram(state, irp, call);
+}
+
+// An access list in the form that the kernel takes it: administrators and the system may do
+// everything, all others nothing.
+struct AccessEntry {
+  UCHAR type;  // 0: allowed
+  UCHAR flags;
+  USHORT size;
+  ULONG mask;
+};
+
+struct AdministratorsOnly {
+  UCHAR revision;
+  UCHAR reserved;
+  USHORT control;
+  ULONG owner;
+  ULONG group;
+  ULONG systemList;
+  ULONG list;  // offset of the list
+  ACL header;
+  AccessEntry system;
+  UCHAR systemId[12];
+  AccessEntry administrators;
+  UCHAR administratorsId[16];
+};
+static_assert(sizeof(AdministratorsOnly) == 72);
+
+bool RestrictToAdministrators(DEVICE_OBJECT* device) {
+  static const AdministratorsOnly descriptor = {
+      SECURITY_DESCRIPTOR_REVISION,
+      0,
+      SE_SELF_RELATIVE | SE_DACL_PROTECTED | SE_DACL_PRESENT,
+      0,
+      0,
+      0,
+      offsetof(AdministratorsOnly, header),
+      {ACL_REVISION, 0, sizeof(AdministratorsOnly) - offsetof(AdministratorsOnly, header), 2, 0},
+      {0, 0, 20, FILE_ALL_ACCESS},
+      {1, 1, 0, 0, 0, 0, 0, 5, 18},  // S-1-5-18
+      {0, 0, 24, FILE_ALL_ACCESS},
+      {1, 2, 0, 0, 0, 0, 0, 5, 32, 0, 0, 0, 0x20, 2},  // S-1-5-32-544
+  };
+  HANDLE handle = nullptr;
+  if (!NT_SUCCESS(ObOpenObjectByPointer(device, OBJ_KERNEL_HANDLE, nullptr, WRITE_DAC, nullptr,
+                                        KernelMode, &handle))) {
+    return false;
+  }
+  AdministratorsOnly copy = descriptor;
+  const NTSTATUS status = ZwSetSecurityObject(handle, DACL_SECURITY_INFORMATION, &copy);
+  ZwClose(handle);
+  return NT_SUCCESS(status);
+}
+
+void NTAPI Unload(DRIVER_OBJECT* /*driver*/) {
+  DriverState* state = State();
+  UNICODE_STRING controlLink = ControlLinkName();
+  ArrangeLink(state, DeviceLink::Absent);
+  IoDeleteSymbolicLink(&controlLink);
+  if (state->control != nullptr) IoDeleteDevice(state->control);
+  if (state->device != nullptr) IoDeleteDevice(state->device);
+  FrontStop(&state->front);
+}
+
+NTSTATUS CreateDevices(DRIVER_OBJECT* driver, DriverState* state) {
+  UNICODE_STRING name = DeviceName();
+  UNICODE_STRING controlName = ControlName();
+  UNICODE_STRING controlLink = ControlLinkName();
+  NTSTATUS status = IoCreateDevice(driver, 0, &name, FILE_DEVICE_UNKNOWN, FILE_DEVICE_SECURE_OPEN,
+                                   FALSE, &state->device);
+  if (!NT_SUCCESS(status)) return status;
+  status = IoCreateDevice(driver, 0, &controlName, FILE_DEVICE_UNKNOWN, FILE_DEVICE_SECURE_OPEN,
+                          FALSE, &state->control);
+  if (!NT_SUCCESS(status)) return status;
+  if (!RestrictToAdministrators(state->control)) return STATUS_UNSUCCESSFUL;
+  status = IoCreateSymbolicLink(&controlLink, &controlName);
+  if (!NT_SUCCESS(status)) return status;
+  ArrangeLink(state, DeviceLink::Present);
+  return state->link == DeviceLink::Present ? STATUS_SUCCESS : STATUS_UNSUCCESSFUL;
+}
+
+}  // namespace
+
+extern "C" NTSTATUS NTAPI DriverEntry(DRIVER_OBJECT* driver, UNICODE_STRING* /*registryPath*/) {
+  DriverState* state = State();
+  state->link = DeviceLink::Absent;
+  ExInitializeFastMutex(&state->mutex);
+  driver->MajorFunction[IRP_MJ_CREATE] = HandleCreate;
+  driver->MajorFunction[IRP_MJ_CLOSE] = HandleClose;
+  driver->MajorFunction[IRP_MJ_CLEANUP] = HandleCleanup;
+  driver->MajorFunction[IRP_MJ_DEVICE_CONTROL] = HandleDeviceControl;
+  driver->DriverUnload = Unload;
+  if (!FrontStart(&state->front, {Allocate, Release})) return STATUS_INSUFFICIENT_RESOURCES;
+  const NTSTATUS status = CreateDevices(driver, state);
+  if (!NT_SUCCESS(status)) Unload(driver);
+  return status;
+}

@@ -1,0 +1,223 @@
+#include "simulator/windows/driver_front.h"
+
+#include <cstring>
+
+#include "simulator/builtin_scenario.h"
+#include "simulator/scenario_parser.h"
+#include "simulator/trace.h"
+#include "simulator/windows/control_protocol.h"
+
+namespace {
+
+constexpr uint32_t QueryGlobalStats = 0x00170002;
+
+constexpr uint32_t ErrorInvalidFunction = 1;
+constexpr uint32_t ErrorFileNotFound = 2;
+constexpr uint32_t ErrorInvalidParameter = 87;
+constexpr uint32_t ErrorInsufficientBuffer = 122;
+
+constexpr FrontReply Refusal(uint32_t error) {
+  return {error, 0, true};
+}
+
+constexpr FrontReply Reply(CallResult result, uint32_t returned) {
+  const bool failed = result.outcome == Outcome::Fails;
+  return {failed ? result.error : 0, returned, failed};
+}
+
+TraceSink SinkOf(DriverFront* front) {
+  return {TraceStoreWrite, &front->trace};
+}
+
+// What a create request of the tool's says: read and write, unshared, overwrite-if, and normal
+// attributes, which some hosts report as none.
+bool AreChannelTerms(OpenTerms terms) {
+  constexpr uint32_t ReadAndWrite = 3;
+  constexpr uint32_t OverwriteIf = 5;
+  constexpr uint32_t Normal = 0x80;
+  return (terms.access & ReadAndWrite) == ReadAndWrite && terms.sharing == 0 &&
+         terms.disposition == OverwriteIf &&
+         (terms.attributes == Normal || terms.attributes == 0);
+}
+
+// One stretch of memory for a scenario: the record, then its parts by falling alignment.
+struct StoredScenario {
+  Scenario scenario;
+  ScenarioMemory parts;
+  uint32_t* served;
+};
+
+// Returns null where there is no memory.
+StoredScenario* AllocateScenario(HostMemory memory, ScenarioSizes sizes) {
+  static_assert(alignof(StoredScenario) >= alignof(ScenarioRule) &&
+                alignof(ScenarioRule) == alignof(uint32_t) &&
+                alignof(ScenarioPatch) == alignof(uint32_t));
+  const uint64_t total = sizeof(StoredScenario) + uint64_t{sizes.rules} * sizeof(ScenarioRule) +
+                         uint64_t{sizes.rules} * sizeof(uint32_t) +
+                         uint64_t{sizes.patches} * sizeof(ScenarioPatch) +
+                         uint64_t{sizes.registers} * sizeof(RegisterValue) + sizes.bytes;
+  auto* stored = static_cast<StoredScenario*>(memory.allocate(total));
+  if (stored == nullptr) return nullptr;
+  memset(stored, 0, sizeof(*stored));
+  stored->parts.capacity = sizes;
+  stored->parts.rules = reinterpret_cast<ScenarioRule*>(stored + 1);
+  stored->served = reinterpret_cast<uint32_t*>(stored->parts.rules + sizes.rules);
+  stored->parts.patches = reinterpret_cast<ScenarioPatch*>(stored->served + sizes.rules);
+  stored->parts.registers = reinterpret_cast<RegisterValue*>(stored->parts.patches + sizes.patches);
+  stored->parts.bytes = reinterpret_cast<uint8_t*>(stored->parts.registers + sizes.registers);
+  return stored;
+}
+
+// Puts a scenario in force: counters, written registers and the trace start anew.
+void UseScenario(DriverFront* front, StoredScenario* stored, const Scenario* scenario) {
+  if (front->scenarioMemory != nullptr) front->memory.release(front->scenarioMemory);
+  front->scenarioMemory = stored;
+  front->builtin = scenario == &BuiltinScenario;
+  front->requests = 0;
+  AdapterStart(&front->adapter, scenario, stored->served);
+  TraceStoreClear(&front->trace);
+}
+
+// Returns false where there is no memory.
+bool UseBuiltin(DriverFront* front) {
+  // Only its counters need memory.
+  StoredScenario* stored =
+      AllocateScenario(front->memory, {BuiltinScenario.ruleCount, 0, 0, 0});
+  if (stored == nullptr) return false;
+  UseScenario(front, stored, &BuiltinScenario);
+  return true;
+}
+
+void Describe(const ScenarioError* error, LoadReply* reply) {
+  *reply = {};
+  if (error->what == nullptr) return;
+  reply->line = error->line;
+  reply->wordStart = error->wordStart;
+  reply->wordLength = error->wordLength;
+  for (uint32_t i = 0; i + 1 < sizeof(reply->what) && error->what[i] != 0; i++) {
+    reply->what[i] = error->what[i];
+  }
+}
+
+FrontReply LoadScenario(DriverFront* front, void* buffer, uint32_t inputLength,
+                        uint32_t outputLength) {
+  LoadHeader header = {};
+  LoadReply reply = {};
+  if (inputLength < sizeof(header)) return Refusal(ErrorInvalidParameter);
+  if (outputLength < sizeof(reply)) return Refusal(ErrorInsufficientBuffer);
+  memcpy(&header, buffer, sizeof(header));
+
+  const char* text = static_cast<const char*>(buffer) + sizeof(header);
+  const uint32_t size = inputLength - static_cast<uint32_t>(sizeof(header));
+  ScenarioSizes sizes = {};
+  const ScenarioError error = ParseScenario(text, size, nullptr, &sizes, nullptr);
+  if (error.what == nullptr) {
+    StoredScenario* stored = AllocateScenario(front->memory, sizes);
+    if (stored == nullptr) return Refusal(ErrorNotEnoughMemory);
+    ParseScenario(text, size, &stored->parts, &sizes, &stored->scenario);
+    UseScenario(front, stored, &stored->scenario);
+    front->failOpensByLink = header.failOpensByLink != 0;
+  }
+  Describe(&error, &reply);
+  memcpy(buffer, &reply, sizeof(reply));
+  return {0, sizeof(reply), false};
+}
+
+FrontReply LoadBuiltin(DriverFront* front, const void* buffer, uint32_t inputLength) {
+  LoadHeader header = {};
+  if (inputLength != sizeof(header)) return Refusal(ErrorInvalidParameter);
+  memcpy(&header, buffer, sizeof(header));
+  if (!UseBuiltin(front)) return Refusal(ErrorNotEnoughMemory);
+  front->failOpensByLink = header.failOpensByLink != 0;
+  return {};
+}
+
+FrontReply Fetch(const DriverFront* front, void* buffer, uint32_t inputLength,
+                 uint32_t outputLength) {
+  FetchTrace fetch = {};
+  if (inputLength != sizeof(fetch)) return Refusal(ErrorInvalidParameter);
+  memcpy(&fetch, buffer, sizeof(fetch));
+  return {0, TraceStoreRead(&front->trace, fetch.offset, buffer, outputLength), false};
+}
+
+FrontReply QueryStatus(const DriverFront* front, void* buffer, uint32_t outputLength) {
+  if (outputLength < sizeof(SimulatorStatus)) return Refusal(ErrorInsufficientBuffer);
+  const Scenario* scenario = front->adapter.scenario;
+  const SimulatorStatus status = {front->builtin ? 1u : 0u, scenario->ruleCount,
+                                  scenario->registerCount,  front->requests,
+                                  front->opened,            front->trace.lineStart,
+                                  front->trace.lostLines};
+  memcpy(buffer, &status, sizeof(status));
+  return {0, sizeof(status), false};
+}
+
+}  // namespace
+
+bool FrontStart(DriverFront* front, HostMemory memory) {
+  memset(front, 0, sizeof(*front));
+  front->memory = memory;
+  front->trace.memory = memory;
+  return UseBuiltin(front);
+}
+
+void FrontStop(DriverFront* front) {
+  TraceStoreClear(&front->trace);
+  front->memory.release(front->scenarioMemory);
+  front->scenarioMemory = nullptr;
+}
+
+FrontReply FrontOpen(DriverFront* front, OpenTerms terms) {
+  CallResult result = {Outcome::Fails, ErrorInvalidParameter};
+  if (AreChannelTerms(terms)) result = AdapterOpen(&front->adapter);
+  const TraceSink sink = SinkOf(front);
+  TraceOpen(&sink, result);
+  if (result.outcome != Outcome::Fails) front->opened++;
+  return Reply(result, 0);
+}
+
+FrontReply FrontClose(DriverFront* front) {
+  const CallResult result = AdapterClose(&front->adapter);
+  const TraceSink sink = SinkOf(front);
+  TraceClose(&sink, result);
+  if (front->opened > 0) front->opened--;
+  return Reply(result, 0);
+}
+
+FrontReply FrontRequest(DriverFront* front, uint32_t code, const void* input, uint32_t inputLength,
+                        void* payload, uint32_t length) {
+  uint32_t oid = 0;
+  if (code != QueryGlobalStats) return Refusal(ErrorInvalidFunction);
+  if (inputLength != sizeof(oid)) return Refusal(ErrorInvalidParameter);
+  memcpy(&oid, input, sizeof(oid));
+
+  auto* bytes = static_cast<uint8_t*>(payload);
+  const TraceSink sink = SinkOf(front);
+  TraceRequest(&sink, oid, bytes, length);
+  const RequestResult result = AdapterRequest(&front->adapter, oid, bytes, length);
+  TraceAnswer(&sink, &result, bytes, length);
+  front->requests++;
+  return Reply(result.call, result.returned);
+}
+
+FrontReply FrontControl(DriverFront* front, uint32_t code, void* buffer, uint32_t inputLength,
+                        uint32_t outputLength) {
+  switch (code) {
+    case ControlLoadScenario:
+      return LoadScenario(front, buffer, inputLength, outputLength);
+    case ControlLoadBuiltin:
+      return LoadBuiltin(front, buffer, inputLength);
+    case ControlFetchTrace:
+      return Fetch(front, buffer, inputLength, outputLength);
+    case ControlQueryStatus:
+      return QueryStatus(front, buffer, outputLength);
+    default:
+      return Refusal(ErrorInvalidFunction);
+  }
+}
+
+DeviceLink WantedLink(const DriverFront* front) {
+  const CallResult open = AdapterOpen(&front->adapter);
+  if (!front->failOpensByLink || open.outcome != Outcome::Fails) return DeviceLink::Present;
+  if (open.error == ErrorFileNotFound) return DeviceLink::Absent;
+  return open.error == ErrorInvalidParameter ? DeviceLink::ToItself : DeviceLink::Present;
+}

@@ -1,0 +1,57 @@
+// The driver's logic on plain buffers: what it answers to programs that use the device and to the
+// control program. Callers serialise the calls; nothing here touches the kernel.
+#pragma once
+
+#include <cstdint>
+
+#include "simulator/adapter.h"
+#include "simulator/windows/trace_store.h"
+
+struct DriverFront {
+  HostMemory memory;
+  void* scenarioMemory;  // the scenario in force, with its counters
+  Adapter adapter;
+  TraceStore trace;
+  uint32_t requests;  // answered since the scenario was loaded
+  uint32_t opened;    // handles open now
+  bool builtin;
+  bool failOpensByLink;
+};
+
+// How a program asks to open the device, in the terms of the create request.
+struct OpenTerms {
+  uint32_t access;  // data access as bits: 1 read, 2 write
+  uint32_t sharing;
+  uint32_t disposition;
+  uint32_t attributes;
+};
+
+struct FrontReply {
+  uint32_t error;     // last-error code; 0: the call succeeds
+  uint32_t returned;  // the count to report back
+  bool failed;        // fails even with error 0
+};
+
+// What becomes of the name that programs open the device by.
+enum class DeviceLink : uint8_t {
+  Present,
+  Absent,    // opening fails with 2
+  ToItself,  // opening fails with 87
+};
+
+// Starts with the built-in scenario. Returns false where there is no memory.
+bool FrontStart(DriverFront* front, HostMemory memory);
+void FrontStop(DriverFront* front);
+
+FrontReply FrontOpen(DriverFront* front, OpenTerms terms);
+FrontReply FrontClose(DriverFront* front);
+
+// One request of a program; the answer is written into the payload, on failures too.
+FrontReply FrontRequest(DriverFront* front, uint32_t code, const void* input, uint32_t inputLength,
+                        void* payload, uint32_t length);
+
+// One request of the control program. `buffer` holds the input and takes the output.
+FrontReply FrontControl(DriverFront* front, uint32_t code, void* buffer, uint32_t inputLength,
+                        uint32_t outputLength);
+
+DeviceLink WantedLink(const DriverFront* front);

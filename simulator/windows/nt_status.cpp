@@ -1,0 +1,52 @@
+#include "simulator/windows/nt_status.h"
+
+namespace {
+
+struct StatusPair {
+  uint32_t error;
+  uint32_t status;
+};
+
+constexpr uint32_t StatusUnsuccessful = 0xC0000001;
+
+// What a driver would return for these codes.
+constexpr StatusPair Pairs[] = {
+    {1, 0xC0000010},     // invalid device request
+    {2, 0xC0000034},     // object name not found
+    {3, 0xC000003A},     // object path not found
+    {5, 0xC0000022},     // access denied
+    {6, 0xC0000008},     // invalid handle
+    {8, 0xC0000017},     // no memory
+    {21, 0xC00000A3},    // device not ready
+    {22, 0xC0000184},    // invalid device state
+    {23, 0xC000003E},    // data error
+    {24, 0xC0000004},    // info length mismatch
+    {31, 0xC0000001},    // unsuccessful
+    {32, 0xC0000043},    // sharing violation
+    {50, 0xC00000BB},    // not supported
+    {87, 0xC000000D},    // invalid parameter
+    {121, 0xC00000B5},   // I/O timeout
+    {122, 0xC0000023},   // buffer too small
+    {170, 0x80000011},   // device busy
+    {234, 0x80000005},   // buffer overflow
+    {259, 0x8000001A},   // no more entries
+    {487, 0xC0000018},   // conflicting addresses
+    {995, 0xC0000120},   // cancelled
+    {998, 0xC0000005},   // access violation
+    {1117, 0xC0000185},  // I/O device error
+    {1167, 0xC000009D},  // device not connected
+    {1450, 0xC000009A},  // insufficient resources
+};
+
+}  // namespace
+
+uint32_t StatusOfError(uint32_t error) {
+  for (const StatusPair& pair : Pairs) {
+    if (pair.error == error) return pair.status;
+  }
+  // An error of the facility whose codes are Win32's own.
+  if (error <= 0xFFFF) return 0xC0070000 | error;
+  // The customer's codes pass through unchanged.
+  constexpr uint32_t PassedThrough = 0xA0000000;
+  return (error & PassedThrough) == PassedThrough ? error : StatusUnsuccessful;
+}

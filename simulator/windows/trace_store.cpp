@@ -1,0 +1,71 @@
+#include "simulator/windows/trace_store.h"
+
+#include <cstring>
+
+namespace {
+
+// The block that the next byte goes into; null where there is no room.
+char* CurrentBlock(TraceStore* store) {
+  const uint32_t index = store->used / TraceBlockBytes;
+  if (index == MaxTraceBlocks) return nullptr;
+  if (store->blocks[index] == nullptr) {
+    store->blocks[index] = static_cast<char*>(store->memory.allocate(TraceBlockBytes));
+  }
+  return store->blocks[index];
+}
+
+bool Append(TraceStore* store, const char* bytes, uint32_t size) {
+  while (size > 0) {
+    char* block = CurrentBlock(store);
+    if (block == nullptr) return false;
+    const uint32_t start = store->used % TraceBlockBytes;
+    const uint32_t room = TraceBlockBytes - start;
+    const uint32_t piece = size < room ? size : room;
+    memcpy(block + start, bytes, piece);
+    store->used += piece;
+    bytes += piece;
+    size -= piece;
+  }
+  return true;
+}
+
+}  // namespace
+
+void TraceStoreWrite(void* context, const char* bytes, uint32_t size) {
+  auto* store = static_cast<TraceStore*>(context);
+  const bool lineEnds = size > 0 && bytes[size - 1] == '\n';
+  if (!store->full && !Append(store, bytes, size)) {
+    store->full = true;
+    store->used = store->lineStart;
+  }
+  if (!lineEnds) return;
+  store->lineStart = store->used;
+  if (store->full) store->lostLines++;
+}
+
+uint32_t TraceStoreRead(const TraceStore* store, uint32_t offset, void* bytes, uint32_t room) {
+  auto* target = static_cast<char*>(bytes);
+  uint32_t copied = 0;
+  while (copied < room && offset < store->lineStart) {
+    const uint32_t start = offset % TraceBlockBytes;
+    uint32_t piece = TraceBlockBytes - start;
+    if (piece > room - copied) piece = room - copied;
+    if (piece > store->lineStart - offset) piece = store->lineStart - offset;
+    memcpy(target + copied, store->blocks[offset / TraceBlockBytes] + start, piece);
+    copied += piece;
+    offset += piece;
+  }
+  return copied;
+}
+
+void TraceStoreClear(TraceStore* store) {
+  for (char*& block : store->blocks) {
+    if (block == nullptr) break;
+    store->memory.release(block);
+    block = nullptr;
+  }
+  store->used = 0;
+  store->lineStart = 0;
+  store->lostLines = 0;
+  store->full = false;
+}

@@ -77,8 +77,7 @@ void ArrangeLink(DriverState* state, DeviceLink wanted) {
   if (state->link != DeviceLink::Absent) IoDeleteSymbolicLink(&link);
   state->link = DeviceLink::Absent;
   if (wanted == DeviceLink::Absent) return;
-  if (NT_SUCCESS(
-          IoCreateSymbolicLink(&link, wanted == DeviceLink::ToItself ? &link : &target))) {
+  if (NT_SUCCESS(IoCreateSymbolicLink(&link, wanted == DeviceLink::ToItself ? &link : &target))) {
     state->link = wanted;
   }
 }

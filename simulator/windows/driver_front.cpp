@@ -36,8 +36,7 @@ bool AreChannelTerms(OpenTerms terms) {
   constexpr uint32_t OverwriteIf = 5;
   constexpr uint32_t Normal = 0x80;
   return (terms.access & ReadAndWrite) == ReadAndWrite && terms.sharing == 0 &&
-         terms.disposition == OverwriteIf &&
-         (terms.attributes == Normal || terms.attributes == 0);
+         terms.disposition == OverwriteIf && (terms.attributes == Normal || terms.attributes == 0);
 }
 
 // One stretch of memory for a scenario: the record, then its parts by falling alignment.
@@ -81,8 +80,7 @@ void UseScenario(DriverFront* front, StoredScenario* stored, const Scenario* sce
 // Returns false where there is no memory.
 bool UseBuiltin(DriverFront* front) {
   // Only its counters need memory.
-  StoredScenario* stored =
-      AllocateScenario(front->memory, {BuiltinScenario.ruleCount, 0, 0, 0});
+  StoredScenario* stored = AllocateScenario(front->memory, {BuiltinScenario.ruleCount, 0, 0, 0});
   if (stored == nullptr) return false;
   UseScenario(front, stored, &BuiltinScenario);
   return true;
@@ -143,10 +141,10 @@ FrontReply Fetch(const DriverFront* front, void* buffer, uint32_t inputLength,
 FrontReply QueryStatus(const DriverFront* front, void* buffer, uint32_t outputLength) {
   if (outputLength < sizeof(SimulatorStatus)) return Refusal(ErrorInsufficientBuffer);
   const Scenario* scenario = front->adapter.scenario;
-  const SimulatorStatus status = {front->builtin ? 1u : 0u, scenario->ruleCount,
-                                  scenario->registerCount,  front->requests,
-                                  front->opened,            front->trace.lineStart,
-                                  front->trace.lostLines};
+  const SimulatorStatus status = {
+      front->builtin ? 1u : 0u, scenario->ruleCount, scenario->registerCount,
+      front->requests,          front->opened,       front->trace.lineStart,
+      front->trace.lostLines};
   memcpy(buffer, &status, sizeof(status));
   return {0, sizeof(status), false};
 }

@@ -1,0 +1,234 @@
+// a8000ctl.exe: installs the simulated adapter's driver, hands it scenarios and fetches traces.
+#include <windows.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "simulator/scenario.h"
+#include "simulator/windows/control_protocol.h"
+#include "simulator/windows/service_control.h"
+
+namespace {
+
+constexpr char Usage[] =
+    "a8000ctl: controls the simulated A8000 adapter\n"
+    "\n"
+    "  a8000ctl install             install the driver beside this program and start it\n"
+    "  a8000ctl remove              stop the driver and take it away\n"
+    "  a8000ctl scenario FILE       answer from a scenario file\n"
+    "  a8000ctl scenario --builtin  answer from the built-in scenario\n"
+    "  a8000ctl trace FILE          write what was recorded since the scenario was loaded\n"
+    "  a8000ctl status              tell what the driver does\n"
+    "  a8000ctl -                   read such commands from standard input, one a line;\n"
+    "                               behind each one's output prints \"= \" and its exit status\n";
+
+constexpr int Done = 0;
+constexpr int Failed = 1;
+
+// Says "a8000: FILE:0: what is wrong" for a file that the host refuses.
+int FailFile(const char* name) {
+  fprintf(stderr, "a8000: %s:0: %s\n", name, strerror(errno));
+  return Failed;
+}
+
+// Sends one request to the driver; `returned` is the length of its answer. Says what went wrong.
+bool Ask(uint32_t code, void* input, uint32_t inputLength, void* output, uint32_t outputLength,
+         DWORD* returned) {
+  HANDLE device = CreateFileA(ControlDevicePath, GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (device == INVALID_HANDLE_VALUE) {
+    ReportUnreachable(GetLastError());
+    return false;
+  }
+  const bool answered = DeviceIoControl(device, code, input, inputLength, output, outputLength,
+                                        returned, nullptr) != 0;
+  const DWORD error = GetLastError();
+  CloseHandle(device);
+  if (!answered) ReportUnreachable(error);
+  return answered;
+}
+
+// Wine ignores the status of an open request, so that opening has to be made to fail otherwise.
+LoadHeader Header() {
+  HMODULE library = GetModuleHandleA("ntdll.dll");
+  const bool wine = library != nullptr && GetProcAddress(library, "wine_get_version") != nullptr;
+  return {wine ? 1u : 0u};
+}
+
+int Install() {
+  constexpr char DriverFile[] = "a8000sim.sys";
+  char path[MAX_PATH + sizeof(DriverFile)];
+  const DWORD length = GetModuleFileNameA(nullptr, path, MAX_PATH);
+  if (length == 0 || length >= MAX_PATH) {
+    fprintf(stderr, "a8000: the path of this program is too long\n");
+    return Failed;
+  }
+  char* name = strrchr(path, '\\');
+  memcpy(name != nullptr ? name + 1 : path, DriverFile, sizeof(DriverFile));
+  FILE* file = fopen(path, "rb");
+  if (file == nullptr) return FailFile(path);
+  fclose(file);
+  if (!InstallDriver(path)) return Failed;
+  printf("The simulated adapter is installed and running.\n");
+  return Done;
+}
+
+int Remove() {
+  if (!RemoveDriver()) return Failed;
+  printf("The simulated adapter is removed.\n");
+  return Done;
+}
+
+struct LoadText {
+  uint32_t size;  // of the scenario's text
+  LoadHeader header;
+  char text[MaxScenarioBytes + 1];  // one byte more than the driver takes, so that it can refuse
+};
+
+int ReadAndLoad(const char* name, FILE* file, LoadText* load) {
+  load->header = Header();
+  load->size = static_cast<uint32_t>(fread(load->text, 1, sizeof(load->text), file));
+  if (ferror(file)) return FailFile(name);
+  LoadReply reply = {};
+  DWORD returned = 0;
+  if (!Ask(ControlLoadScenario, &load->header,
+           static_cast<uint32_t>(sizeof(load->header)) + load->size, &reply, sizeof(reply),
+           &returned)) {
+    return Failed;
+  }
+  if (reply.what[0] == 0) {
+    printf("The simulated adapter answers from %s.\n", name);
+    return Done;
+  }
+  reply.what[sizeof(reply.what) - 1] = 0;
+  fprintf(stderr, "a8000: %s:%u: %s", name, reply.line, reply.what);
+  if (reply.wordLength > 0 && reply.wordLength <= load->size &&
+      reply.wordStart <= load->size - reply.wordLength) {
+    constexpr uint32_t MostShown = 60;
+    fprintf(stderr, ": %.*s",
+            static_cast<int>(reply.wordLength < MostShown ? reply.wordLength : MostShown),
+            load->text + reply.wordStart);
+  }
+  fprintf(stderr, "\n");
+  return Failed;
+}
+
+int LoadFile(const char* name) {
+  FILE* file = fopen(name, "rb");
+  if (file == nullptr) return FailFile(name);
+  auto* load = static_cast<LoadText*>(malloc(sizeof(LoadText)));
+  int result = Failed;
+  if (load == nullptr) {
+    fprintf(stderr, "a8000: not enough memory\n");
+  } else {
+    result = ReadAndLoad(name, file, load);
+  }
+  free(load);
+  fclose(file);
+  return result;
+}
+
+int LoadBuiltin() {
+  LoadHeader header = Header();
+  DWORD returned = 0;
+  if (!Ask(ControlLoadBuiltin, &header, sizeof(header), nullptr, 0, &returned)) return Failed;
+  printf("The simulated adapter answers from the built-in scenario.\n");
+  return Done;
+}
+
+int Scenario(const char* name) {
+  return strcmp(name, "--builtin") == 0 ? LoadBuiltin() : LoadFile(name);
+}
+
+bool QueryStatus(SimulatorStatus* status) {
+  DWORD returned = 0;
+  return Ask(ControlQueryStatus, nullptr, 0, status, sizeof(*status), &returned);
+}
+
+int WarnOfLostLines() {
+  SimulatorStatus status = {};
+  if (!QueryStatus(&status)) return Failed;
+  if (status.lostLines == 0) return Done;
+  fprintf(stderr, "a8000: the trace was full; it lacks the last %u calls\n", status.lostLines);
+  return Failed;
+}
+
+// Copies the whole trace.
+int FetchInto(const char* name, FILE* file) {
+  static char bytes[1 << 20];
+  FetchTrace fetch = {0};
+  for (;;) {
+    DWORD returned = 0;
+    if (!Ask(ControlFetchTrace, &fetch, sizeof(fetch), bytes, sizeof(bytes), &returned)) {
+      return Failed;
+    }
+    if (returned == 0) return WarnOfLostLines();
+    if (fwrite(bytes, 1, returned, file) != returned) return FailFile(name);
+    fetch.offset += returned;
+  }
+}
+
+int Trace(const char* name) {
+  SimulatorStatus status = {};
+  if (!QueryStatus(&status)) return Failed;  // without a trace the file stays as it is
+  FILE* file = fopen(name, "wb");
+  if (file == nullptr) return FailFile(name);
+  const int result = FetchInto(name, file);
+  if (fclose(file) != 0 && result == Done) return FailFile(name);
+  return result;
+}
+
+int Status() {
+  SimulatorStatus status = {};
+  if (!QueryStatus(&status)) return Failed;
+  printf("The simulated adapter is running.\n");
+  printf("Scenario:  %s, %u rules, %u registers\n", status.builtin != 0 ? "built-in" : "loaded",
+         status.rules, status.registers);
+  printf("Requests:  %u\n", status.requests);
+  printf("Opened by: %u\n", status.opened);
+  printf("Trace:     %u bytes", status.traceBytes);
+  if (status.lostLines > 0) printf(", full: %u calls not recorded", status.lostLines);
+  printf("\n");
+  return Done;
+}
+
+// Runs one command; `name` is its file or option, null where none is given.
+int RunCommand(const char* command, const char* name) {
+  if (name == nullptr) {
+    if (strcmp(command, "install") == 0) return Install();
+    if (strcmp(command, "remove") == 0) return Remove();
+    if (strcmp(command, "status") == 0) return Status();
+  } else {
+    if (strcmp(command, "scenario") == 0) return Scenario(name);
+    if (strcmp(command, "trace") == 0) return Trace(name);
+  }
+  fputs(Usage, stderr);
+  return Failed;
+}
+
+// Returns Failed where any command did.
+int RunStandardInput() {
+  static char line[4096];
+  int result = Done;
+  while (fgets(line, sizeof(line), stdin) != nullptr) {
+    line[strcspn(line, "\r\n")] = 0;
+    char* blank = strchr(line, ' ');
+    if (blank != nullptr) *blank = 0;
+    const int ended = RunCommand(line, blank != nullptr ? blank + 1 : nullptr);
+    if (ended != Done) result = Failed;
+    printf("= %d\n", ended);
+    fflush(stdout);
+  }
+  return result;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc == 2 && strcmp(argv[1], "-") == 0) return RunStandardInput();
+  if (argc == 2 || argc == 3) return RunCommand(argv[1], argc == 3 ? argv[2] : nullptr);
+  fputs(Usage, stderr);
+  return Failed;
+}

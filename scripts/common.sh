@@ -38,3 +38,13 @@ build() {
     exit 1
   fi
 }
+
+# runTests PRESET: runs the tests of a build and tells how many runs the cases came to.
+runTests() {
+  status=0
+  (cd "$root" && ctest --preset "$1") || status=$?
+  awk -v host="$1" '/^[0-9]+ passed, [0-9]+ failed, [0-9]+ skipped/ {p += $1; f += $3; s += $5}
+    END {printf "Cases on %s: %d passed, %d failed, %d skipped\n", host, p, f, s}' \
+    "$root/build/$1/Testing/Temporary/LastTest.log"
+  return $status
+}

@@ -35,7 +35,7 @@ import sys
 import tempfile
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-BANNER = re.compile(rb"\nWLANX tool, Version 1\.00\.00\.0070\n[^\n]+\n\n")
+BANNER = re.compile(rb"\r?\nWLANX tool, Version 1\.00\.00\.0070\r?\n[^\r\n]+\r?\n\r?\n")
 TIME = re.compile(rb"\d\d/\d\d/\d{4} \d\d:\d\d:\d\d")
 TRACED = re.compile(rb"0x([0-9A-F]{8}) len=(\d+)(?: if 0:([0-9a-f]*))? ")
 
@@ -138,8 +138,13 @@ def read_cases(path):
 class LinuxHost:
     """Runs a program with the adapter in its own process."""
 
+    line_end = b"\n"
+
     def __init__(self, folder):
         self.folder = folder
+
+    def skips(self, case, run):
+        return False
 
     def run(self, run, scenario, work):
         trace = os.path.join(work, "..", "trace")
@@ -152,6 +157,49 @@ class LinuxHost:
             executable=os.path.join(self.folder, run.edition), stdin=subprocess.DEVNULL)
         data = open(trace, "rb").read() if os.path.exists(trace) else b""
         return done.stdout, done.stderr, done.returncode, data
+
+
+class WineHost:
+    """Runs a Windows program; the adapter is a driver, reached by its control program."""
+
+    line_end = b"\r\n"
+    wine = os.environ.get("WINE", "wine64")
+
+    def __init__(self, folder):
+        self.folder = folder
+        self.control = subprocess.Popen(
+            [self.wine, os.path.join(folder, "a8000ctl.exe"), "-"], stdin=subprocess.PIPE,
+            stdout=subprocess.PIPE, text=True)
+
+    def skips(self, case, run):
+        """Opening yields no null handle and fails with 2 and 87 only, closing cannot fail, and the
+        runtime knows no names of time zones."""
+        calls = [line for line in case.lines if line.startswith(("open", "close"))]
+        possible = ("open ok", "open error=2", "open error=87", "close ok")
+        return (any(line not in possible for line in calls) or
+                "/" in run.environment.get("TZ", ""))
+
+    def ask(self, command):
+        self.control.stdin.write(command + "\n")
+        self.control.stdin.flush()
+        for answer in self.control.stdout:
+            if answer.startswith("= "):
+                if answer != "= 0\n":
+                    sys.exit(f"a8000ctl failed: {command}")
+                return
+        sys.exit("a8000ctl ended")
+
+    def run(self, run, scenario, work):
+        trace = os.path.join(work, "..", "trace")
+        self.ask(f"scenario {scenario or '--builtin'}")
+        program = [os.path.join(self.folder, run.edition + ".exe")]
+        if run.path:
+            program = [os.path.join(self.folder, "start_as.exe"), *program, run.path]
+        done = subprocess.run(
+            [self.wine, *program, *run.words], cwd=work, env={**os.environ, **run.environment},
+            capture_output=True, stdin=subprocess.DEVNULL)
+        self.ask(f"trace {trace}")
+        return done.stdout, done.stderr, done.returncode, open(trace, "rb").read()
 
 
 def requests_of(trace):
@@ -184,13 +232,14 @@ def check(host, case, run, folder):
             # Of several rules for a request the first one answers.
             file.write("\n".join(case.lines) + "\n" + text)
     output, errors, status, trace = host.run(run, scenario, work)
+    wanted = run.output.replace(b"\n", host.line_end)
     problems = ""
     banner = BANNER.match(output)
     if not banner:
         problems += f"no banner: {output[:200]!r}\n"
     printed = output[banner.end():] if banner else output
-    if printed != run.output:
-        problems += differences("output", lines_of(run.output), lines_of(printed))
+    if printed != wanted:
+        problems += differences("output", lines_of(wanted), lines_of(printed))
     if status != run.status:
         problems += f"status {status}, expected {run.status}\n"
     if errors:
@@ -198,7 +247,8 @@ def check(host, case, run, folder):
     sent = requests_of(trace)
     if run.requests is not None and sent != run.requests:
         problems += differences("requests", show(run.requests), show(sent))
-    for name, expected in run.files.items():
+    for name, text in run.files.items():
+        expected = text.replace(b"\n", host.line_end)
         path = os.path.join(work, name)
         data = TIME.sub(b"<time>", open(path, "rb").read()) if os.path.exists(path) else b""
         if data != expected:
@@ -213,13 +263,21 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--programs", required=True, help="the folder of the built programs")
+    parser.add_argument("--host", choices=("linux", "wine"), default="linux")
+    parser.add_argument("--skip", metavar="REASON", help="only count the runs, as skipped")
     parser.add_argument("cases", nargs="+")
     options = parser.parse_args()
-    host = LinuxHost(os.path.abspath(options.programs))
-    passed = failed = 0
+    folder = os.path.abspath(options.programs)
+    host = None
+    if not options.skip:
+        host = LinuxHost(folder) if options.host == "linux" else WineHost(folder)
+    passed = failed = skipped = 0
     for path in options.cases:
         for case in read_cases(path):
             for run in case.runs:
+                if options.skip or host.skips(case, run):
+                    skipped += 1
+                    continue
                 with tempfile.TemporaryDirectory() as folder:
                     problems = check(host, case, run, folder)
                 if problems:
@@ -228,8 +286,9 @@ def main():
                     print(f"{path}:{run.line}: {case.title}: {words}\n{problems}")
                 else:
                     passed += 1
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed or not passed else 0
+    print(f"{passed} passed, {failed} failed, {skipped} skipped" +
+          (f": {options.skip}" if options.skip else ""))
+    return 1 if failed or not (passed or skipped) else 0
 
 
 if __name__ == "__main__":

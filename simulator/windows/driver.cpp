@@ -59,7 +59,8 @@ void Release(void* memory) {
 }
 
 NTSTATUS StatusOf(FrontReply reply) {
-  return reply.failed ? static_cast<NTSTATUS>(StatusOfError(reply.error)) : STATUS_SUCCESS;
+  if (!reply.failed) return STATUS_SUCCESS;
+  return static_cast<NTSTATUS>(StatusOfError(reply.error, reply.returned != 0));
 }
 
 NTSTATUS Complete(IRP* irp, NTSTATUS status, ULONG_PTR returned) {

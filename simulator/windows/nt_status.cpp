@@ -40,12 +40,14 @@ constexpr StatusPair Pairs[] = {
 
 }  // namespace
 
-uint32_t StatusOfError(uint32_t error) {
+uint32_t StatusOfError(uint32_t error, bool reportsCount) {
+  constexpr uint32_t ErrorSeverity = 0xC0000000;
   for (const StatusPair& pair : Pairs) {
-    if (pair.error == error) return pair.status;
+    const bool losesCount = (pair.status & ErrorSeverity) == ErrorSeverity;
+    if (pair.error == error && !(reportsCount && losesCount)) return pair.status;
   }
-  // An error of the facility whose codes are Win32's own.
-  if (error <= 0xFFFF) return 0xC0070000 | error;
+  // The facility whose codes are Win32's own, as a warning or as an error.
+  if (error <= 0xFFFF) return (reportsCount ? 0x80070000 : 0xC0070000) | error;
   // The customer's codes pass through unchanged.
   constexpr uint32_t PassedThrough = 0xA0000000;
   return (error & PassedThrough) == PassedThrough ? error : StatusUnsuccessful;

@@ -3,5 +3,6 @@
 
 #include <cstdint>
 
-// Codes of more than 16 bits pass where bits 31 and 29 are set; the others arrive as 31.
-uint32_t StatusOfError(uint32_t error);
+// Codes of more than 16 bits pass where bits 31 and 29 are set; the others arrive as 31. A failing
+// request reports its count back only under a warning; `reportsCount` asks for one.
+uint32_t StatusOfError(uint32_t error, bool reportsCount);

@@ -1,0 +1,34 @@
+// start_as PROGRAM NAME [WORD...]: starts a program that sees NAME as its own path, and ends with
+// its exit status.
+#include <windows.h>
+
+#include <cstring>
+
+namespace {
+
+// Goes behind the first word of a command line, which may stand in quotes.
+char* SkipWord(char* line) {
+  bool quoted = false;
+  for (; *line != 0 && (quoted || *line != ' '); line++) {
+    if (*line == '"') quoted = !quoted;
+  }
+  return line + strspn(line, " ");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  STARTUPINFOA startup = {};
+  PROCESS_INFORMATION process = {};
+  DWORD status = 1;
+  startup.cb = sizeof(startup);
+  if (argc < 3) return 1;
+  char* line = SkipWord(SkipWord(GetCommandLineA()));
+  if (!CreateProcessA(argv[1], line, nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                      &process)) {
+    return 1;
+  }
+  WaitForSingleObject(process.hProcess, INFINITE);
+  GetExitCodeProcess(process.hProcess, &status);
+  return static_cast<int>(status);
+}

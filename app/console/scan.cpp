@@ -43,18 +43,19 @@ const char* ReadField(const char* format, Field* field) {
 }
 
 // The magnitude of a run of digits of the given base, at most `width` of them; saturates at 64
-// bits. Moves `text` behind the digits; returns false where there is none.
-bool ReadDigits(const char** text, size_t width, unsigned base, uint64_t* magnitude) {
+// bits and tells so. Moves `text` behind the digits; returns false where there is none.
+bool ReadDigits(const char** text, size_t width, unsigned base, uint64_t* magnitude,
+                bool* saturated) {
   const char* start = *text;
-  bool overflow = false;
+  *saturated = false;
   *magnitude = 0;
   for (; width > 0; width--, (*text)++) {
     unsigned digit = DigitValue(**text);
     if (digit >= base) break;
-    if (*magnitude > (UINT64_MAX - digit) / base) overflow = true;
+    if (*magnitude > (UINT64_MAX - digit) / base) *saturated = true;
     *magnitude = *magnitude * base + digit;
   }
-  if (overflow) *magnitude = UINT64_MAX;
+  if (*saturated) *magnitude = UINT64_MAX;
   return *text != start;
 }
 
@@ -80,11 +81,12 @@ bool ReadNumber(const char** text, const Field& field, uint64_t* value) {
     width -= 2;
   }
   uint64_t magnitude = 0;
-  if (!ReadDigits(&next, width, base, &magnitude)) return false;
+  bool saturated = false;
+  if (!ReadDigits(&next, width, base, &magnitude, &saturated)) return false;
   if (field.letter == 'd') {
     *value = ApplySign(magnitude, negative);
   } else {
-    *value = negative && magnitude != UINT64_MAX ? 0 - magnitude : magnitude;
+    *value = negative && !saturated ? 0 - magnitude : magnitude;
   }
   *text = next;
   return true;

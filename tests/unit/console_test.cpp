@@ -75,6 +75,7 @@ TEST(Scan, ReadsNumbers) {
                {"0x0x1F", "0x%x", 1, 31},
                {"0x123456789", "0x%x", 1, 0x23456789},
                {"0xfffffffffffffffff", "0x%x", 1, 0xFFFFFFFF},
+               {"-ffffffffffffffff", "%x", 1, 1},
                {"0xg", "%x", 0, 99},
                {"0x", "%x", 0, 99},
                {"0x-1", "0x%x", 1, 0xFFFFFFFF},

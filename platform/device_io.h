@@ -21,13 +21,16 @@ using HANDLE = void*;
 using BOOL = int;
 using DWORD = uint32_t;
 
+// NOLINTBEGIN(readability-identifier-naming): the names of the Windows headers.
 constexpr DWORD GENERIC_READ = 0x80000000;
 constexpr DWORD GENERIC_WRITE = 0x40000000;
 constexpr DWORD CREATE_ALWAYS = 2;
 constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
+// NOLINTEND(readability-identifier-naming)
 
 // The handle of a failed CreateFileA: all bits set.
 inline HANDLE InvalidHandle() {
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): the value is defined as a number.
   return reinterpret_cast<HANDLE>(~uintptr_t{0});
 }
 #define INVALID_HANDLE_VALUE InvalidHandle()

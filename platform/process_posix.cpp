@@ -15,9 +15,9 @@ void PrepareStandardOutput() {
   for (int descriptor = 0; descriptor <= 2; descriptor++) {
     if (fcntl(descriptor, F_GETFD) == -1) open("/dev/null", O_RDWR);
   }
-  signal(SIGPIPE, SIG_IGN);
+  (void)signal(SIGPIPE, SIG_IGN);
   static char storage[1 << 16];
-  setvbuf(stdout, storage, _IOFBF, sizeof storage);
+  (void)setvbuf(stdout, storage, _IOFBF, sizeof storage);
 }
 
 void EndProcess(int status) {

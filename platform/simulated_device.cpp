@@ -19,7 +19,7 @@
 
 namespace {
 
-constexpr char DevicePath[] = "\\\\.\\A8000";
+constexpr char DevicePath[] = R"(\\.\A8000)";
 constexpr DWORD QueryGlobalStats = 0x00170002;
 
 constexpr DWORD ErrorInvalidFunction = 1;

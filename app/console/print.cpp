@@ -17,14 +17,14 @@ struct TextSink {
 };
 
 void Drain(TextSink* sink) {
-  fwrite(sink->begin, 1, static_cast<size_t>(sink->next - sink->begin), sink->file);
+  (void)fwrite(sink->begin, 1, static_cast<size_t>(sink->next - sink->begin), sink->file);
   sink->next = sink->begin;
 }
 
 void PutRun(TextSink* sink, const char* text, size_t length) {
   sink->total += length;
   while (length > 0) {
-    size_t room = static_cast<size_t>(sink->end - sink->next);
+    auto room = static_cast<size_t>(sink->end - sink->next);
     size_t piece = length < room ? length : room;
     memcpy(sink->next, text, piece);
     sink->next += piece;
@@ -89,7 +89,7 @@ void PutNumber(TextSink* sink, const Conversion& conversion, uint64_t magnitude,
   } else {
     for (; magnitude != 0; magnitude /= 10) *--first = static_cast<char>('0' + magnitude % 10);
   }
-  size_t count = static_cast<size_t>(digits + MostDigits - first);
+  auto count = static_cast<size_t>(digits + MostDigits - first);
   size_t least = conversion.precision < 0 ? 1 : static_cast<size_t>(conversion.precision);
   size_t zeros = least > count ? least - count : 0;
   size_t width = conversion.width > 0 ? static_cast<size_t>(conversion.width) : 0;
@@ -122,7 +122,7 @@ void PutSigned(TextSink* sink, const Conversion& conversion, Values* values) {
     if (conversion.length == -1) value = static_cast<int16_t>(value);
     if (conversion.length == -2) value = static_cast<int8_t>(value);
   }
-  uint64_t magnitude = static_cast<uint64_t>(value);
+  auto magnitude = static_cast<uint64_t>(value);
   PutNumber(sink, conversion, value < 0 ? 0 - magnitude : magnitude, value < 0);
 }
 
@@ -183,7 +183,7 @@ void PutFormatted(TextSink* sink, const char* format, Values* values) {
     while (*format != 0 && *format != '%') format++;
     PutRun(sink, plain, static_cast<size_t>(format - plain));
     if (*format == 0) break;
-    Conversion conversion;
+    Conversion conversion{};
     format = ReadConversion(format + 1, values, &conversion);
     switch (conversion.letter) {
       case 's':
@@ -226,18 +226,18 @@ void PrintToFile(FILE* file, const char* format, Values* values) {
 }  // namespace
 
 void ConsolePrintf(const char* format, ...) {
-  Values values;
+  Values values{};
   va_start(values.list, format);
   PrintToFile(stdout, format, &values);
   va_end(values.list);
 }
 
 void ConsoleWrite(const char* text, size_t length) {
-  fwrite(text, 1, length, stdout);
+  (void)fwrite(text, 1, length, stdout);
 }
 
 void FilePrintf(FILE* file, const char* format, ...) {
-  Values values;
+  Values values{};
   va_start(values.list, format);
   PrintToFile(file, format, &values);
   va_end(values.list);
@@ -248,7 +248,7 @@ int BoundedPrintf(char* text, size_t size, const char* format, ...) {
   char nothing[1];
   char* memory = size > 0 ? text : nothing;
   TextSink sink{memory, memory + (size > 0 ? size - 1 : 0), memory, nullptr, 0};
-  Values values;
+  Values values{};
   va_start(values.list, format);
   PutFormatted(&sink, format, &values);
   va_end(values.list);
@@ -257,5 +257,5 @@ int BoundedPrintf(char* text, size_t size, const char* format, ...) {
 }
 
 void ConsoleFlush() {
-  fflush(stdout);
+  (void)fflush(stdout);
 }

@@ -128,7 +128,7 @@ int ScanArgument(const char* text, const char* format, ...) {
       format++;
       continue;
     }
-    Field field;
+    Field field{};
     format = ReadField(format + 1, &field);
     text = SkipBlanks(text);
     ended = *text == 0;

@@ -31,9 +31,9 @@ struct PrintedValue {
 };
 
 struct InternalRow {
-  uint32_t oid;
-  uint32_t length;                // payload bytes
-  int count;                      // the argument count that the command takes
+  uint32_t oid = 0;
+  uint32_t length = 0;            // payload bytes
+  int count = 0;                  // the argument count that the command takes
   int wrongCountResult = 0;       // what it returns for any other
   bool countCheckedLate = false;  // `fields` and `before` come before the count check
   bool failureEndsLine = false;   // the report of a refused request has a line end

@@ -8,9 +8,9 @@
 
 // What to print behind a value that lies in from..to.
 struct WtblValueText {
-  uint32_t from;
-  uint32_t to;
-  const char* format;  // may print value + offset with one conversion
+  uint32_t from = 0;
+  uint32_t to = 0;
+  const char* format = nullptr;  // may print value + offset with one conversion
   int offset = 0;
 };
 using WtblValueTexts = std::initializer_list<WtblValueText>;
@@ -27,17 +27,17 @@ struct WtblBitRange {
 };
 
 struct WtblField {
-  const char* header;
-  WtblBitRange bits;
-  WtblValueTexts texts;         // no two of them overlap
-  const char* explanation;      // null: the line ends behind the value
+  const char* header = nullptr;
+  WtblBitRange bits = {};
+  WtblValueTexts texts;               // no two of them overlap
+  const char* explanation = nullptr;  // null: the line ends behind the value
   const char* number = "0x%x";  // how the value is printed; empty where texts or `formatter` do
   WtblValueFormatter* formatter = nullptr;  // prints behind number and text
 };
 
 // Words that are decoded together, under one banner.
 struct WtblWordGroup {
-  const char* words;  // as the banner names them
+  const char* words = nullptr;  // as the banner names them
   std::initializer_list<WtblField> fields;
 };
 using WtblWordGroups = std::initializer_list<WtblWordGroup>;

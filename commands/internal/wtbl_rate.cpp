@@ -16,7 +16,7 @@ constexpr WtblValueTexts OfdmRates = {{8, 8, "/48M"},   {9, 9, "/24M"},   {10, 1
 constexpr WtblValueTexts McsRates = {{0, 63, "/MCS%d"}};
 
 struct RateMode {
-  const char* name;
+  const char* name = nullptr;
   WtblValueTexts rates;
 };
 

@@ -22,7 +22,7 @@ int HandleNonMsCommand(int argc, char** argv) {
   if (!EqualsIgnoreCase(argv[1], "NonMS")) {
     return ReportFailure();
   }
-  uint32_t enable = static_cast<uint32_t>(ParseInteger(argv[2]));  // 1 on, 0 off
+  auto enable = static_cast<uint32_t>(ParseInteger(argv[2]));  // 1 on, 0 off
   if (enable > 1) {
     ConsolePrintf("Error: Parameters are not correct!!\n");
     ConsolePrintf("Error: argv[2] should be 1 or 0 ! Now Value: %d\n", static_cast<int>(enable));

@@ -7,7 +7,7 @@
 namespace {
 
 // The rate word, from the least significant bit up. The fields of HE modes overlap the others'.
-constexpr uint32_t ShortPreambleBit = 1u << 2;  // CCK, within the rate index
+constexpr uint32_t ShortPreambleBit = 1U << 2;  // CCK, within the rate index
 constexpr uint32_t ErDcmIndex = 0x13;           // HE extended range, over the rate index
 constexpr uint32_t Er106ToneIndex = 0x14;       // the same
 constexpr uint32_t ModeShift = 6;
@@ -15,18 +15,18 @@ constexpr uint32_t ModeMask = 0x7;
 constexpr uint32_t HeModeMask = 0x1F;
 constexpr uint32_t StreamShift = 9;
 constexpr uint32_t StreamMask = 0x3;
-constexpr uint32_t StbcBit = 1u << 11;
+constexpr uint32_t StbcBit = 1U << 11;
 constexpr uint32_t HeStreamShift = 12;
 constexpr uint32_t HeStreamMask = 0x7;
 constexpr uint32_t HeLtfShift = 15;
 constexpr uint32_t HeLtfMask = 0x3;
 constexpr uint32_t HeGuardIntervalShift = 17;
-constexpr uint32_t HeBit = 1u << 23;
+constexpr uint32_t HeBit = 1U << 23;
 constexpr uint32_t BandwidthShift = 26;
-constexpr uint32_t SpatialExtensionBit = 1u << 28;
-constexpr uint32_t LdpcBit = 1u << 29;
-constexpr uint32_t ShortGuardIntervalBit = 1u << 30;
-constexpr uint32_t FixedRateBit = 1u << 31;
+constexpr uint32_t SpatialExtensionBit = 1U << 28;
+constexpr uint32_t LdpcBit = 1U << 29;
+constexpr uint32_t ShortGuardIntervalBit = 1U << 30;
+constexpr uint32_t FixedRateBit = 1U << 31;
 
 constexpr uint32_t BandwidthCount = 4;
 constexpr uint32_t HeGuardIntervalCount = 3;
@@ -57,7 +57,7 @@ constexpr uint32_t ModeCount = sizeof(ModeRows) / sizeof(ModeRows[0]);
 constexpr uint8_t OfdmRateCodes[] = {0xB, 0xF, 0xA, 0xE, 0x9, 0xD, 0x8, 0xC};
 
 constexpr uint32_t ModeBit(uint32_t mode) {
-  return 1u << mode;
+  return 1U << mode;
 }
 
 constexpr uint32_t SingleUser = ModeBit(TxModeHeSu) | ModeBit(TxModeHeErSu);

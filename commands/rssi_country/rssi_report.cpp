@@ -108,7 +108,7 @@ int WriteResultFile(const char* path, int test, int negatedThreshold,
   WriteAntenna(file, "Antenna1", subAverage, subPasses, now);
   WriteAntenna(file, "Antenna2", mainAverage, mainPasses, now);
   WriteTail(file);
-  fclose(file);
+  (void)fclose(file);
   return subPasses && mainPasses ? 0 : 1;
 }
 
@@ -128,7 +128,7 @@ int WriteErrorFile(const ArgumentEcho& echo, const char* description, int code) 
   WriteNumber(file, "ErrorCode", code);
   WriteResultEnd(file);
   WriteTail(file);
-  fclose(file);
+  (void)fclose(file);
   return 1;
 }
 

@@ -17,7 +17,7 @@ constexpr const char* BandNames[] = {"2.4GHz", "5GHz", "6GHz"};
 static_assert(sizeof(BandNames) / sizeof(BandNames[0]) == Zwgs6G.bytesPerLine / 2);
 
 void PrintBands(const RowTable& table, const uint8_t* powers) {
-  for (uint32_t band = 0; band < table.bytesPerLine / 2; band++) {
+  for (size_t band = 0; band < table.bytesPerLine / 2; band++) {
     uint8_t most = powers[2 * band];
     uint8_t delta = powers[2 * band + 1];
     ConsolePrintf("\n%s\n", BandNames[band]);

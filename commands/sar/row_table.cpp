@@ -19,7 +19,7 @@ void PrintRow(const RowTable& table, const uint8_t* powers, uint32_t number) {
 }  // namespace
 
 const uint8_t* RowPowers(const RowTable& table, const AcpiTableQuery& record, uint32_t row) {
-  return record.bytes + table.firstRowAt + row * RowLength(table) + 1;
+  return &record.bytes[table.firstRowAt + row * RowLength(table) + 1];
 }
 
 void PrintRowTable(const SarLayout& layout, const RowTable& table, const AcpiTableQuery& record,

@@ -59,7 +59,7 @@ int ShowTxMaxPowerTable(const SarLayout& layout) {
   if (version > 1) return 0;
   uint32_t rows = RowsInRecord(layout, FirstRowAt, RowLength, count);
   for (uint32_t i = 0; i < rows; i++) {
-    const uint8_t* row = record.bytes + FirstRowAt + i * RowLength;
+    const uint8_t* row = &record.bytes[FirstRowAt + i * RowLength];
     if (version == 0) {
       PrintPlainRow(row, i + 1);
     } else {

@@ -22,8 +22,8 @@ struct TraceStore {
   bool full;  // a line found no room; all later ones are lost too
 };
 
-// Takes a piece of a line; it fits a TraceSink with the store as its context.
-void TraceStoreWrite(void* store, const char* bytes, uint32_t size);
+// Takes a piece of a line; it fits a TraceSink whose context is a TraceStore.
+void TraceStoreWrite(void* context, const char* bytes, uint32_t size);
 
 // Copies what is recorded from `offset` on. Returns the number of bytes, at most `room`.
 uint32_t TraceStoreRead(const TraceStore* store, uint32_t offset, void* bytes, uint32_t room);

@@ -117,12 +117,12 @@ NTSTATUS NTAPI HandleCleanup(DEVICE_OBJECT* /*device*/, IRP* irp) {
   return Complete(irp, STATUS_SUCCESS, 0);
 }
 
-// The payload is the memory behind the MDL; there is none for a payload of no bytes.
+// The payload is the memory behind the MDL; for a payload of no bytes there is none to map.
 NTSTATUS AnswerProgram(DriverState* state, IRP* irp, const IO_STACK_LOCATION* call) {
   const auto& control = call->Parameters.DeviceIoControl;
   void* payload = nullptr;
   ULONG length = 0;
-  if (irp->MdlAddress != nullptr) {
+  if (irp->MdlAddress != nullptr && control.OutputBufferLength > 0) {
     payload = MmGetSystemAddressForMdlSafe(irp->MdlAddress, NormalPagePriority);
     if (payload == nullptr) return Complete(irp, STATUS_INSUFFICIENT_RESOURCES, 0);
     length = control.OutputBufferLength;

@@ -29,14 +29,15 @@ TraceSink SinkOf(DriverFront* front) {
   return {TraceStoreWrite, &front->trace};
 }
 
-// What a create request of the tool's says: read and write, unshared, overwrite-if, and normal
-// attributes, which some hosts report as none.
+// Whether a program opens the device as the tool does: for reading and writing, unshared, creating
+// always, with normal attributes. Wine reports the last two as 0, which no CreateFile call yields.
 bool AreChannelTerms(OpenTerms terms) {
   constexpr uint32_t ReadAndWrite = 3;
   constexpr uint32_t OverwriteIf = 5;
   constexpr uint32_t Normal = 0x80;
-  return (terms.access & ReadAndWrite) == ReadAndWrite && terms.sharing == 0 &&
-         terms.disposition == OverwriteIf && (terms.attributes == Normal || terms.attributes == 0);
+  return terms.access == ReadAndWrite && terms.sharing == 0 &&
+         (terms.disposition == OverwriteIf || terms.disposition == 0) &&
+         (terms.attributes == Normal || terms.attributes == 0);
 }
 
 // One stretch of memory for a scenario: the record, then its parts by falling alignment.

@@ -1,0 +1,178 @@
+// driver_test: calls the running driver as no tool does, and checks what comes back.
+// driver_test hold: opens the device, sends one request, says so and waits to be killed.
+#include <windows.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <initializer_list>
+
+#include "simulator/windows/control_protocol.h"
+
+namespace {
+
+constexpr DWORD QueryGlobalStats = 0x00170002;
+
+struct Driver {
+  HANDLE device;
+  HANDLE control;
+  int failures;
+};
+
+struct Scenario {
+  LoadHeader header;
+  char text[5 << 20];
+};
+
+struct Answer {
+  DWORD error;  // 0: the call succeeded
+  DWORD returned;
+};
+
+void Check(Driver* driver, bool holds, const char* what) {
+  if (holds) return;
+  driver->failures++;
+  printf("failed: %s\n", what);
+}
+
+HANDLE Open(const char* path) {
+  return CreateFileA(path, GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                     FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+Answer Call(HANDLE device, DWORD code, void* input, size_t inputLength, void* output,
+            size_t length) {
+  Answer answer = {};
+  SetLastError(0xFFFFFFFF);
+  if (!DeviceIoControl(device, code, input, static_cast<DWORD>(inputLength), output,
+                       static_cast<DWORD>(length), &answer.returned, nullptr)) {
+    answer.error = GetLastError();
+  }
+  return answer;
+}
+
+Answer Ask(HANDLE device, uint32_t oid, void* payload, size_t length) {
+  return Call(device, QueryGlobalStats, &oid, sizeof(oid), payload, length);
+}
+
+Scenario* Text() {
+  static Scenario scenario;
+  return &scenario;
+}
+
+// Loads `size` bytes of the text.
+LoadReply Load(Driver* driver, size_t size) {
+  LoadReply reply = {};
+  const Answer answer = Call(driver->control, ControlLoadScenario, &Text()->header,
+                             sizeof(LoadHeader) + size, &reply, sizeof(reply));
+  Check(driver, answer.error == 0 && answer.returned == sizeof(reply), "loading is answered");
+  return reply;
+}
+
+LoadReply LoadText(Driver* driver, const char* text) {
+  const size_t size = strlen(text);
+  memcpy(Text()->text, text, size);
+  return Load(driver, size);
+}
+
+void CheckLengths(Driver* driver) {
+  LoadText(driver, "1 ok 0:01 8191:02\n2 error=31 0:\"written\"\n3 ok 0:ff returned=4294967295\n");
+  static uint8_t payload[8192];
+  Answer answer = Ask(driver->device, 1, payload, 0);
+  Check(driver, answer.error == 0 && answer.returned == 0, "no payload");
+  answer = Ask(driver->device, 1, payload, sizeof(payload));
+  Check(driver, answer.error == 0 && answer.returned == sizeof(payload), "8192 bytes");
+  Check(driver, payload[0] == 1 && payload[8191] == 2, "8192 bytes are written");
+  answer = Ask(driver->device, 2, payload, 7);
+  Check(driver, answer.error == 31 && answer.returned == 7, "a failure reports its count");
+  Check(driver, memcmp(payload, "written\0", 8) == 0, "a failure writes");
+
+  uint8_t input[8] = {1};
+  for (const size_t length : {0, 1, 3, 5, 8}) {
+    answer = Call(driver->device, QueryGlobalStats, input, length, payload, 8);
+    Check(driver, answer.error == 87, "an OID has four bytes");
+  }
+  for (const DWORD code : {0x00170000, 0x00170001, 0x00170003, 0x00170006, 0}) {
+    answer = Call(driver->device, code, input, 4, payload, 8);
+    Check(driver, answer.error == 1, "an unknown code is refused");
+  }
+  HANDLE second = Open(R"(\\.\A8000)");
+  Check(driver, Ask(second, 1, payload, 1).error == 0, "two handles answer");
+  CloseHandle(second);
+  Check(driver, Ask(second, 1, payload, 1).error == 6, "a closed handle is refused");
+}
+
+void CheckErrors(Driver* driver) {
+  static const DWORD errors[] = {
+      0,  1,   2,   3,   5,   6,   8,   13,  21,  22,   23,   24,   31,    32,         50,
+      87, 121, 122, 170, 234, 259, 487, 995, 998, 1117, 1167, 1450, 65535, 0xA0000001, 0xE0000001};
+  for (const DWORD error : errors) {
+    char text[64];
+    snprintf(text, sizeof(text), "1 error=%lu\n2 error=%lu returned=0\n", error, error);
+    LoadText(driver, text);
+    uint8_t payload[4] = {};
+    const DWORD counted = Ask(driver->device, 1, payload, 4).error;
+    const DWORD uncounted = Ask(driver->device, 2, payload, 4).error;
+    if (counted == error && uncounted == error) continue;
+    snprintf(text, sizeof(text), "error %lu arrives as %lu and %lu", error, counted, uncounted);
+    Check(driver, false, text);
+  }
+  uint8_t payload[4] = {};
+  LoadText(driver, "1 error=65536");
+  Check(driver, Ask(driver->device, 1, payload, 4).error == 31, "a code that cannot pass is 31");
+}
+
+void CheckScenarios(Driver* driver) {
+  constexpr char Line[] = "0xFFFCF105 len=8 if 0:0102030405060708 ok 0:0102030405060708 times=1\n";
+  constexpr size_t Lines = 60000;
+  size_t size = 0;
+  for (size_t i = 0; i < Lines; i++, size += sizeof(Line) - 1) {
+    memcpy(Text()->text + size, Line, sizeof(Line) - 1);
+  }
+  memcpy(Text()->text + size, "7 ok", 4);
+  Check(driver, Load(driver, size + 4).what[0] == 0, "a scenario of 4 MB");
+  uint8_t payload[8] = {};
+  Check(driver, Ask(driver->device, 7, payload, 8).error == 0, "its last rule answers");
+  memcpy(Text()->text + size, "7 on", 4);
+  const LoadReply reply = Load(driver, size + 4);
+  Check(driver, reply.line == Lines + 1 && strcmp(reply.what, "unknown word") == 0,
+        "an error in the last line");
+  Check(driver, Ask(driver->device, 7, payload, 8).error == 0, "the one before stays in force");
+}
+
+void CheckControl(Driver* driver) {
+  uint8_t bytes[128] = {};
+  HANDLE control = driver->control;
+  Check(driver, Call(control, QueryGlobalStats, bytes, 4, bytes, 4).error == 1, "other codes");
+  Check(driver, Call(control, ControlLoadScenario, bytes, 3, bytes, 128).error == 87, "no header");
+  Check(driver, Call(control, ControlLoadScenario, bytes, 4, bytes, 75).error == 122, "no room");
+  Check(driver, Call(control, ControlLoadBuiltin, bytes, 5, bytes, 0).error == 87, "length");
+  Check(driver, Call(control, ControlFetchTrace, bytes, 0, bytes, 128).error == 87, "no offset");
+  memset(bytes, 0xFF, sizeof(bytes));
+  const Answer fetched = Call(control, ControlFetchTrace, bytes, 4, bytes, 128);
+  Check(driver, fetched.error == 0 && fetched.returned == 0, "behind the trace");
+  Check(driver, Call(control, ControlQueryStatus, nullptr, 0, bytes, 27).error == 122, "short");
+}
+
+int Hold(HANDLE device) {
+  uint8_t payload[8] = {};
+  printf("%lu\n", Ask(device, 0xFFFCF105, payload, sizeof(payload)).error);
+  fflush(stdout);
+  Sleep(INFINITE);
+  return 1;
+}
+
+}  // namespace
+
+int main(int argc, char**) {
+  Driver driver = {Open(R"(\\.\A8000)"), nullptr, 0};
+  if (argc > 1) return Hold(driver.device);
+  driver.control = Open(ControlDevicePath);
+  CheckLengths(&driver);
+  CheckErrors(&driver);
+  CheckScenarios(&driver);
+  CheckControl(&driver);
+  CloseHandle(driver.device);
+  CloseHandle(driver.control);
+  return driver.failures == 0 ? 0 : 1;
+}

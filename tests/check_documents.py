@@ -42,31 +42,35 @@ class Session:
     """Runs a document's examples and collects the requests that reached the adapter."""
 
     def __init__(self, programs, folder):
-        self.work = os.path.join(folder, "work")
-        self.trace = os.path.join(folder, "trace")
+        self.folder = folder
         self.status = 0
+        self.problems = ""
         self.requests = set()
-        os.mkdir(self.work)
-        os.symlink(os.path.join(ROOT, "simulator"), os.path.join(self.work, "simulator"))
+        os.symlink(os.path.join(ROOT, "simulator"), os.path.join(folder, "simulator"))
         self.environment = {k: v for k, v in os.environ.items() if not k.startswith("A8000_")}
         self.environment.update(PATH=programs + os.pathsep + os.environ["PATH"], TZ="UTC",
-                                A8000_TRACE=self.trace)
+                                A8000_TRACE="trace")
 
     def run(self, command):
         command = command.replace("scripts/run --eng ", "wlanx-eng ")
         command = command.replace("scripts/run ", "wlanx ")
-        open(self.trace, "w").close()
         done = subprocess.run(
-            ["sh", "-c", f"(exit {self.status})\n{command}"], cwd=self.work, env=self.environment,
-            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+            ["sh", "-c", f"(exit {self.status})\n{command}"], cwd=self.folder,
+            env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+            stderr=subprocess.STDOUT)
         self.status = done.returncode
-        with open(self.trace, "rb") as file:
-            self.requests.update((m[1].decode(), int(m[2])) for m in TRACED.finditer(file.read()))
+        for path in glob.glob(os.path.join(self.folder, "*trace")):
+            with open(path, "rb") as file:
+                self.requests |= {(m[1].decode(), int(m[2])) for m in TRACED.finditer(file.read())}
         return done.stdout
 
-    def block(self, text):
-        """Runs a block; returns its text as it should be and what differs."""
-        right, problems = "", ""
+    def visit(self, fence):
+        """Runs a block; returns it as it should be."""
+        language, name, text = fence.groups()
+        if name:
+            with open(os.path.join(self.folder, name), "w", encoding="utf-8") as file:
+                file.write(text)
+        right = ""
         for piece in re.split(r"^(?=\$ )", text, flags=re.M):
             command, _, shown = piece.partition("\n")
             if not command.startswith("$ "):
@@ -77,35 +81,23 @@ class Session:
             if not BANNER.match(expected):
                 output = BANNER.sub(b"", output, count=1)
             if output != expected:
-                problems += f"{command}\n" + differences("", lines_of(expected), lines_of(output))
+                self.problems += command + "\n"
+                self.problems += differences("", lines_of(expected), lines_of(output))
             right += command + "\n" + as_printed(output)
-        return right, problems
+        return f"```{language}{' ' + name if name else ''}\n{right}```"
 
 
 def check_examples(path, programs, update, requests):
-    problems = ""
+    text = read(path)
     with tempfile.TemporaryDirectory() as folder:
         session = Session(programs, folder)
-
-        def visit(fence):
-            nonlocal problems
-            language, name, text = fence.groups()
-            if name:
-                with open(os.path.join(session.work, name), "w", encoding="utf-8") as file:
-                    file.write(text)
-            if not re.search(r"^\$ ", text, re.M):
-                return fence[0]
-            right, differing = session.block(text)
-            problems += differing
-            return f"```{language}{' ' + name if name else ''}\n{right}```"
-
-        text = read(path)
-        changed = FENCE.sub(visit, text)
-        if update and changed != text:
-            with open(os.path.join(ROOT, path), "w", encoding="utf-8", newline="") as file:
-                file.write(changed)
-        requests |= session.requests
-    return "" if update else problems
+        right = FENCE.sub(session.visit, text)
+    requests |= session.requests
+    if not update:
+        return session.problems
+    with open(os.path.join(ROOT, path), "w", encoding="utf-8", newline="") as file:
+        file.write(right)
+    return ""
 
 
 def slugs(text):
@@ -127,31 +119,28 @@ def check_links(path):
 
 def check_records(text, sources):
     """Lets the compiler compare the record tables with the structures that the sources declare."""
-    problems, asserts, structures = "", [], []
+    problems, lines = "", ["#include <cstddef>", "#include <cstdint>"]
+    lines += sorted(set(re.findall(r"^constexpr \w+ \w+ = \d+;", sources, re.M)))
+    declared = {m[1]: m[0] for m in re.finditer(r"^struct (\w+) {.*?^};", sources, re.M | re.S)}
     records = {m[1]: (m[2], rows(m[3])) for m in re.finditer(
         r"^#+ `(\w+)`, (\d+) bytes?$(.*?)(?=^#|\Z)", text, re.M | re.S)}
     for name in re.findall(r"static_assert\(sizeof\((\w+)\) ==", sources):
-        declared = re.search(rf"^struct {name} {{.*?^}};", sources, re.M | re.S)
-        if declared and name not in records:
+        if name in declared and name not in records:
             problems += f"not documented: {name}\n"
     for name, (size, fields) in records.items():
-        structures.append(re.search(rf"^struct {name} {{.*?^}};", sources, re.M | re.S)[0])
-        asserts.append(f"sizeof({name}) == {size}")
+        lines += [declared[name], f"static_assert(sizeof({name}) == {size});"]
         end = 0
         for at, length, field, *_ in (f for f in fields if f[0].isdigit() and len(f) == 5):
             if int(at) > end:
                 problems += f"{name}: nothing is said about the bytes from {end}\n"
             end = max(end, int(at) + int(length))
-            if re.fullmatch(r"[\w.]+", field):
-                asserts.append(f"offsetof({name}, {field}) == {at}")
-                asserts.append(f"sizeof((({name}*)0)->{field}) == {length}")
+            field = field.strip("()")
+            lines.append(f"static_assert(offsetof({name}, {field}) == {at} && "
+                         f"sizeof((({name}*)0)->{field}) == {length});")
         if end != int(size):
             problems += f"{name}: the fields end at {end}\n"
-    constants = re.findall(r"^constexpr (?:unsigned|size_t|uint32_t) \w+ = \d+;", sources, re.M)
-    program = "\n".join(["#include <cstddef>", "#include <cstdint>"] + sorted(set(constants)) +
-                        structures + [f"static_assert({a});" for a in asserts])
     done = subprocess.run(["c++", "-std=c++20", "-fsyntax-only", "-Wno-invalid-offsetof", "-xc++",
-                           "-"], input=program, capture_output=True, text=True)
+                           "-"], input="\n".join(lines), capture_output=True, text=True)
     return problems + "".join(re.findall(r"error: (.*\n)", done.stderr))
 
 
@@ -195,24 +184,21 @@ def main():
                         help="put what the examples print into the documents")
     options = parser.parse_args()
     programs = os.path.abspath(options.programs)
-    documents = sorted(glob.glob("*.md", root_dir=ROOT) + glob.glob("docs/*.md", root_dir=ROOT))
     requests, failed = set(), False
-
-    def report(path, problems):
-        nonlocal failed
+    for path in sorted(glob.glob("*.md", root_dir=ROOT) + glob.glob("docs/*.md", root_dir=ROOT)):
+        problems = check_examples(path, programs, options.update, requests) + check_links(path)
         failed = failed or bool(problems)
         if problems:
             print(f"{path}:\n{problems}")
-
-    for path in documents:
-        report(path, check_examples(path, programs, options.update, requests) + check_links(path))
-    files = [p for e in ("h", "cpp") for p in glob.glob(f"commands/**/*.{e}", root_dir=ROOT,
-                                                        recursive=True)]
-    sources = "".join(map(read, files))
     text = read(PROTOCOL)
-    report(PROTOCOL, check_records(text, sources) + check_constants(text, sources) +
-           check_oids(text, requests))
-    return 1 if failed else 0
+    files = glob.glob(os.path.join(ROOT, "commands/**/*.h"), recursive=True)
+    files += glob.glob(os.path.join(ROOT, "commands/**/*.cpp"), recursive=True)
+    sources = "".join(map(read, files))
+    problems = check_records(text, sources) + check_constants(text, sources)
+    problems += check_oids(text, requests)
+    if problems:
+        print(f"{PROTOCOL}:\n{problems}")
+    return 1 if failed or problems else 0
 
 
 if __name__ == "__main__":

@@ -128,7 +128,7 @@ def check_records(text, sources):
         if name in declared and name not in records:
             problems += f"not documented: {name}\n"
     for name, (size, fields) in records.items():
-        lines += [declared[name], f"static_assert(sizeof({name}) == {size});"]
+        lines += [declared[name], f"static_assert(sizeof({name}) == {size}, \"{name}\");"]
         end = 0
         for at, length, field, *_ in (f for f in fields if f[0].isdigit() and len(f) == 5):
             if int(at) > end:
@@ -136,7 +136,7 @@ def check_records(text, sources):
             end = max(end, int(at) + int(length))
             field = field.strip("()")
             lines.append(f"static_assert(offsetof({name}, {field}) == {at} && "
-                         f"sizeof((({name}*)0)->{field}) == {length});")
+                         f"sizeof((({name}*)0)->{field}) == {length}, \"{name}.{field}\");")
         if end != int(size):
             problems += f"{name}: the fields end at {end}\n"
     done = subprocess.run(["c++", "-std=c++20", "-fsyntax-only", "-Wno-invalid-offsetof", "-xc++",

@@ -1,0 +1,67 @@
+#!/usr/bin/env python3
+"""Makes both packages, unpacks them, checks the checksums and runs what is in them under Wine."""
+
+import glob
+import hashlib
+import os
+import re
+import subprocess
+import sys
+import tempfile
+import zipfile
+
+WINE = os.environ["WINE"]
+
+
+def unpack(archive, folder):
+    with zipfile.ZipFile(archive) as packed:
+        packed.extractall(folder)
+    folder = os.path.join(folder, os.path.basename(archive)[:-len(".zip")])
+    found = {os.path.relpath(name, folder) for name in glob.glob(f"{folder}/**", recursive=True)
+             if os.path.isfile(name)}
+    for line in open(os.path.join(folder, "SHA256SUMS")):
+        checksum, name = line.split()
+        data = open(os.path.join(folder, name), "rb").read()
+        assert hashlib.sha256(data).hexdigest() == checksum, name
+        found.remove(name)
+    assert found == {"SHA256SUMS"}, found
+    return folder
+
+
+def check_program(path):
+    headers = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", path], check=True,
+                             capture_output=True, text=True).stdout
+    libraries = set(re.findall(r"DLL Name: (\S+)", headers))
+    assert libraries == {"KERNEL32.dll", "msvcrt.dll"}, libraries
+    for flag in ("HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT"):
+        assert flag in headers, flag
+    data = open(path, "rb").read()
+    assert len(data) <= 100 * 1024
+    for text in ("1.00.00.0070", "Command line tool"):
+        assert text.encode("utf-16-le") in data, text
+    assert b'level="asInvoker"' in data
+
+
+def run(*words):
+    done = subprocess.run([WINE, *words], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                          text=True)
+    return done.stdout.splitlines()
+
+
+def main(build):
+    with tempfile.TemporaryDirectory() as folder:
+        subprocess.run(["cpack", "-B", folder], cwd=build, check=True, stdout=subprocess.DEVNULL)
+        program = unpack(f"{folder}/wlanx-1.0.0.70-win64.zip", folder)
+        engineering = unpack(f"{folder}/wlanx-engineering-1.0.0.70-win64.zip", folder)
+        check_program(f"{program}/wlanx.exe")
+        # The driver is the one in the package, too.
+        run(f"{engineering}/a8000ctl.exe", "install")
+        for tool in (f"{program}/wlanx.exe", f"{engineering}/wlanx-eng.exe"):
+            assert run(tool, "get_mac_add")[-1] == "MAC Address: 02-A8-00-5C-1D-42"
+        run(f"{engineering}/a8000ctl.exe", "scenario", f"{engineering}/scenarios/refusal.a8000")
+        assert run(f"{program}/wlanx.exe", "get_mac_add")[-1].startswith("Error")
+        run(f"{build}/a8000ctl.exe", "install")
+
+
+if __name__ == "__main__":
+    main(sys.argv[1])

@@ -6,6 +6,7 @@ A fenced block with lines that begin with "$ " is an example: a shell runs each 
 stands below it is what it prints, byte for byte. "\\xHH" and "\\r" stand for a byte, "\\c" at the end
 of a line for a missing line end; the banner may be left out. A block with a file name behind its
 language ("```text a.a8000") is put into that file. The examples of a document share a folder.
+"```cases" are run as cases, "```diff" have to fit the tree.
 """
 
 import argparse
@@ -42,6 +43,7 @@ class Session:
     """Runs a document's examples and collects the requests that reached the adapter."""
 
     def __init__(self, programs, folder):
+        self.programs = programs
         self.folder = folder
         self.status = 0
         self.problems = ""
@@ -67,9 +69,16 @@ class Session:
     def visit(self, fence):
         """Runs a block; returns it as it should be."""
         language, name, text = fence.groups()
+        if language == "cases":
+            name = "document.cases"
         if name:
             with open(os.path.join(self.folder, name), "w", encoding="utf-8") as file:
                 file.write(text)
+        if language == "cases":
+            runner = os.path.join(ROOT, "tests", "run_cases.py")
+            output = self.run(f"'{sys.executable}' '{runner}' --programs '{self.programs}' {name}")
+            self.problems += output.decode() if self.status else ""
+            return fence[0]
         right = ""
         for piece in re.split(r"^(?=\$ )", text, flags=re.M):
             command, _, shown = piece.partition("\n")
@@ -98,6 +107,14 @@ def check_examples(path, programs, update, requests):
     with open(os.path.join(ROOT, path), "w", encoding="utf-8", newline="") as file:
         file.write(right)
     return ""
+
+
+def check_patch(path):
+    """The changes that a document shows fit the tree, or have been made."""
+    patch = "".join(f[2] for f in FENCE.findall(read(path)) if f[0] == "diff")
+    results = [subprocess.run(["git", "apply", "--check", *reverse], input=patch, cwd=ROOT,
+                              capture_output=True, text=True) for reverse in ([], ["-R"])]
+    return "" if not patch or 0 in [r.returncode for r in results] else results[0].stderr
 
 
 def slugs(text):
@@ -186,7 +203,8 @@ def main():
     programs = os.path.abspath(options.programs)
     requests, failed = set(), False
     for path in sorted(glob.glob("*.md", root_dir=ROOT) + glob.glob("docs/*.md", root_dir=ROOT)):
-        problems = check_examples(path, programs, options.update, requests) + check_links(path)
+        problems = check_examples(path, programs, options.update, requests)
+        problems += check_links(path) + check_patch(path)
         failed = failed or bool(problems)
         if problems:
             print(f"{path}:\n{problems}")

@@ -19,7 +19,7 @@ struct DriverState {
   DEVICE_OBJECT* device;
   DEVICE_OBJECT* control;
   DeviceLink link;
-  FAST_MUTEX mutex;  // guards the front and the link
+  FAST_MUTEX mutex;  // guards the front
   DriverFront front;
 };
 
@@ -70,7 +70,8 @@ NTSTATUS Complete(IRP* irp, NTSTATUS status, ULONG_PTR returned) {
   return status;
 }
 
-// Brings the device's name into the state that the scenario wants. Called with the mutex held.
+// Brings the device's name into the state that the scenario wants. Names may not change under the
+// mutex; that only Wine changes them, which has one thread for all requests, keeps this in order.
 void ArrangeLink(DriverState* state, DeviceLink wanted) {
   if (state->link == wanted) return;
   UNICODE_STRING link = DeviceLinkName();
@@ -141,8 +142,9 @@ NTSTATUS AnswerControl(DriverState* state, IRP* irp, const IO_STACK_LOCATION* ca
   const FrontReply reply =
       FrontControl(&state->front, control.IoControlCode, irp->AssociatedIrp.SystemBuffer,
                    control.InputBufferLength, control.OutputBufferLength);
-  ArrangeLink(state, WantedLink(&state->front));
+  const DeviceLink wanted = WantedLink(&state->front);
   ExReleaseFastMutex(&state->mutex);
+  ArrangeLink(state, wanted);
   return Complete(irp, StatusOf(reply), reply.returned);
 }
 

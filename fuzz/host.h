@@ -1,0 +1,20 @@
+// Included before everything else of the tool in the fuzz build: memory and files come from
+// fuzz/replies_fuzz.cpp, which can refuse them and sees what is not given back.
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+
+void* FuzzCalloc(size_t count, size_t size);
+void FuzzFree(void* block);
+FILE* FuzzOpen(const char* path, const char* mode);
+int FuzzClose(FILE* file);
+int ToolMain(int argc, char** argv);
+
+#ifdef WLANX_FUZZ_TOOL
+#define calloc FuzzCalloc
+#define free FuzzFree
+#define fopen FuzzOpen
+#define fclose FuzzClose
+#define main ToolMain
+#endif

@@ -1,0 +1,104 @@
+#!/usr/bin/env python3
+"""Makes the fuzz programs' first inputs from what the tree holds: every run of the cases, with the
+answers that it got; every scenario; a few argument texts. Also checks that scan_fuzz.cpp knows
+every format that is in use.
+
+  make_seeds.py PROGRAMS FOLDER    PROGRAMS: the folder of the built programs
+"""
+
+import glob
+import os
+import re
+import subprocess
+import sys
+import tempfile
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+sys.path.insert(0, os.path.join(ROOT, "tests"))
+import run_cases  # noqa: E402
+
+ANSWER = re.compile(rb"0x[0-9A-F]{8} len=\d+(?: if 0:[0-9a-f]*)? (ok|error=(\d+))(?: 0:([0-9a-f]*))?")
+ARGUMENTS = ["1", "-12-0x3f-77", "1-1-4-3-1-0-0-0-0-0-0-0-0", "0x74031090", " +5", "11-22-33-44",
+             "1-0-2-3-100-200-300-ff-0x1f-aaaa-9", "99999999999999999999", "RoamingPolicy x"]
+
+
+def read(path):
+    with open(os.path.join(ROOT, path), encoding="utf-8") as file:
+        return file.read()
+
+
+def command_rows():
+    text = read("app/command_table.cpp") + read("app/internal_rows.inc")
+    return [name.lower() for name in re.findall(r'^ *\{0x[0-9A-F]{8}, "(\w+)",', text, re.M)]
+
+
+def answers_of(trace):
+    """The traced answers as replies_fuzz.cpp reads them: a prefix, and an error where it failed."""
+    data = b""
+    for match in ANSWER.finditer(trace):
+        payload = bytes.fromhex((match[3] or b"").decode()).rstrip(b"\0")
+        data += bytes([0xC2 if match[2] else 2]) + len(payload).to_bytes(2, "little") + payload
+        if match[2]:
+            data += bytes([int(match[2]) & 255])
+    return data
+
+
+def reply_seeds(programs):
+    rows = command_rows()
+    for path in sorted(glob.glob(os.path.join(ROOT, "tests", "cases", "*.cases"))):
+        for case in run_cases.read_cases(path):
+            for run in case.runs:
+                if not run.words or run.words[0].lower() not in rows:
+                    continue
+                with tempfile.TemporaryDirectory() as folder:
+                    yield (bytes([rows.index(run.words[0].lower()), 0]) +
+                           " ".join(run.words[1:]).encode() + b"\n" +
+                           answers_of(trace_of(programs, case, run, folder)))
+
+
+def trace_of(programs, case, run, folder):
+    trace, scenario = os.path.join(folder, "trace"), os.path.join(folder, "scenario")
+    base = read(case.scenario) if case.scenario else ""
+    environment = {**os.environ, "A8000_TRACE": trace}
+    if base or case.lines:
+        with open(scenario, "w", encoding="latin-1") as file:
+            file.write("\n".join(case.lines) + "\n" + base)
+        environment["A8000_SCENARIO"] = scenario
+    subprocess.run([os.path.join(programs, "wlanx-eng")] + run.words, env=environment, cwd=folder,
+                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
+    return open(trace, "rb").read() if os.path.exists(trace) else b""
+
+
+def check_formats():
+    """Formats are told from printed ones by standing alone with their field or their call."""
+    known = set(re.findall(r'^    "([^"]*)",$', read("fuzz/scan_fuzz.cpp"), re.M))
+    used = set()
+    for path in glob.glob(os.path.join(ROOT, "commands", "**", "*.cpp"), recursive=True):
+        text = open(path, encoding="utf-8").read()
+        used |= set(re.findall(r'ScanArgument\([^"]*?,\s*"([^"]*)"', text))
+        used |= {name for fields in re.findall(r"\.fields = \{(.*?)\}\},", text, re.S)
+                 for name in re.findall(r'\{"([^"]*)"', fields)}
+    if used - known:
+        sys.exit(f"scan_fuzz.cpp lacks the formats {sorted(used - known)}")
+    return len(known)
+
+
+def main():
+    programs, folder = sys.argv[1:]
+    formats = check_formats()
+    seeds = {
+        "replies_fuzz": set(reply_seeds(os.path.abspath(programs))),
+        "scenario_fuzz": {read(path).encode("latin-1") for path in
+                          glob.glob("simulator/scenarios/*.a8000", root_dir=ROOT)},
+        "scan_fuzz": {bytes([index]) + text.encode() for index in range(formats)
+                      for text in ARGUMENTS},
+    }
+    for target, inputs in seeds.items():
+        os.makedirs(os.path.join(folder, target), exist_ok=True)
+        for number, data in enumerate(sorted(inputs)):
+            with open(os.path.join(folder, target, f"seed{number:03}"), "wb") as file:
+                file.write(data)
+
+
+if __name__ == "__main__":
+    main()

@@ -18,6 +18,8 @@ A case file holds cases; a case holds a scenario and any number of runs against 
   ! FFFCF017 00*368            a request: OID and the payload sent, as hex pairs, XX*N and "text";
                                where one such line stands, these are all the requests
   ! none                       no request is sent
+  = 1 getreg => text => OID 00 a whole run in one line: status, words, all that it prints, and its
+                               requests divided by " | ", none without the second "=>"; "=eng ..."
   + error.xml                  a file that it leaves; the > and ~ lines behind it are its text, in
                                which <time> stands for a timestamp
   - out.xml                    a file that it must not leave
@@ -83,6 +85,11 @@ def payload(words):
     return data
 
 
+def request(text):
+    oid, _, words = text.partition(" ")
+    return oid.upper(), payload(words)
+
+
 def expand(word):
     return re.sub(r"\{(.)\*(\d+)\}", lambda m: m[1] * int(m[2]), word)
 
@@ -112,6 +119,14 @@ def read_cases(path):
             run.environment, run.path = environment, program_path
             case.runs.append(run)
             environment, program_path, target = {}, None, None
+        elif mark in ("=", "=eng"):
+            head, text, *sent = rest.split(" => ")
+            status, _, words = head.partition(" ")
+            run = Run(number, "wlanx" if mark == "=" else "wlanx-eng", shlex.split(words))
+            run.path, run.status, run.output = program_path, int(status), unescape(text)
+            run.requests = [request(item) for items in sent for item in items.split(" | ")]
+            case.runs.append(run)
+            program_path = None
         elif mark in (">", "~"):
             text = unescape(expand(rest)) + (b"\n" if mark == ">" else b"")
             if target is None:
@@ -123,8 +138,7 @@ def read_cases(path):
         elif mark == "!":
             run.requests = run.requests or []
             if rest != "none":
-                oid, _, words = rest.partition(" ")
-                run.requests.append((oid.upper(), payload(words)))
+                run.requests.append(request(rest))
         elif mark == "+":
             target = rest
             run.files[target] = b""

@@ -3,7 +3,9 @@
 
 #include <cstdint>
 #include <set>
+#include <string>
 
+#include "app/console/print.h"
 #include "commands/radio/fixed_rate_validation.h"
 
 namespace {
@@ -52,6 +54,37 @@ TEST(FixedRate, EveryRateHasItsOwnWord) {
   }
   EXPECT_EQ(accepted, 4u * (4 + 8 + 33 + 33 + 4 * 10 + 2 + 4 * 8 * 12));
   EXPECT_EQ(words.size(), accepted);
+}
+
+TEST(FixedRate, WhatIsWrong) {
+  const struct {
+    FixedRateParam param;
+    const char* text;
+  } rates[] = {
+      {{0, 4, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}, "Error: Wrong BW! BW20=0, BW40=1, BW80=2,BW160=3\n"},
+      {{12, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0},
+       "Error: Wrong TxMode! CCK=0, OFDM=1, HT=2, GF=3, VHT=4"
+       "Error: HE_SU=8, HE_ER_SU=9, HE_TRIG=10, HE_MU=11\n"},
+      {{0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0}, "Error: SP but MCS=0!\n"},
+      {{8, 0, 99, 1, 3, 0, 0, 0, 0, 0, 0, 0},
+       "Error: Wrong HE GI! SGI=0, MGI=1, LGI=2\nError: HE_SU mode but wrong MCS(=99)!\n"},
+  };
+  uint32_t word = Untouched;
+  for (const auto& rate : rates) {
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(nicSetFixedRateData(rate.param, &word), 0);
+    ConsoleFlush();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), rate.text);
+  }
+  const char* names[] = {"CCK", "OFDM", "MM",    "GF",    "VHT",     "PLR",
+                         "N/A", "N/A",  "HE_SU", "HE_ER", "HE_TRIG", "HE_MU"};
+  for (uint32_t mode = 0; mode < 12; ++mode) {
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(nicSetFixedRateData({mode, 0, 33, 1, 0, 0, 0, 0, 0, 0, 0, 0}, &word), 0);
+    ConsoleFlush();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              std::string("Error: ") + names[mode] + " mode but wrong MCS(=33)!\n");
+  }
 }
 
 TEST(FixedRate, HeTrainingFieldAndGuardInterval) {

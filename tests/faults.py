@@ -1,0 +1,121 @@
+#!/usr/bin/env python3
+"""Faults that no scenario reaches: memory, standard output and files that fail, and a killed run.
+Nothing may hang or crash, and the requests are those of an undisturbed run.
+"""
+
+import argparse
+import fcntl
+import os
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+SECONDS = 10
+REPORT = ["export_rssi_report", "rssi", "5g", "net", "70"]
+PROGRAMS = ""
+
+
+class Faults(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = folder.name
+
+    def start(self, words, program="wlanx", closed=(), **more):
+        def prepare():
+            for descriptor in closed:
+                os.close(descriptor)
+        environment = {**os.environ, "A8000_TRACE": os.path.join(self.folder, "trace")}
+        environment.pop("A8000_SCENARIO", None)
+        return subprocess.Popen([os.path.join(PROGRAMS, program)] + words, cwd=self.folder,
+                                env=environment, stdin=subprocess.DEVNULL, preexec_fn=prepare,
+                                **{"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **more})
+
+    def run_tool(self, words, **more):
+        process = self.start(words, **more)
+        output, errors = process.communicate(timeout=SECONDS)
+        return process.returncode, output, errors
+
+    def trace(self):
+        path = os.path.join(self.folder, "trace")
+        if not os.path.exists(path):
+            return ""
+        with open(path) as file:
+            return file.read()
+
+    def test_no_memory(self):
+        for words, printed, status in (
+                (["stat"], "Allocated memory failed\n", 0),
+                (["get_wfd"], "Allocated memory failed\n", 0),
+                (["get_umac"], "argv[1] = get_umac\nAllocated memory failed\n", 1),
+                (["txbf", "TxBfProfileTagRead", "1-1"], "Allocated memory failed\n", 0),
+                (["oid_len_test", "4096"], "size = 4096\nAllocated memory failed\n", 0)):
+            with self.subTest(words=words):
+                code, output, errors = self.run_tool(words, program="wlanx-without-memory")
+                self.assertEqual((code, errors), (status, b""))
+                self.assertEqual(output.decode().split("\n\n", 1)[1], printed)
+                self.assertEqual(self.trace(), "open ok\nclose ok\n")
+
+    def test_output_is_lost(self):
+        """Closed, full, or without a reader: only the output is lost."""
+        read_end, write_end = os.pipe()
+        os.close(read_end)
+        self.addCleanup(os.close, write_end)
+        with open("/dev/full", "w") as full:
+            for words in (["stat"], ["set_pcie_driving"], REPORT + ["report.xml"], [], ["sar"]):
+                code, _, _ = self.run_tool(words)
+                expected = code, self.trace()
+                for fault in ({"closed": (1,)}, {"closed": (0, 1, 2)}, {"stdout": full},
+                              {"stdout": write_end}):
+                    with self.subTest(words=words, fault=fault):
+                        code, _, errors = self.run_tool(words, **fault)
+                        self.assertEqual((code, self.trace()), expected)
+                        self.assertFalse(errors)
+                        if words == REPORT + ["report.xml"]:
+                            with open(os.path.join(self.folder, words[-1])) as report:
+                                self.assertRegex(report.read(), r"\A<\?xml[^\0]*>\n\Z")
+
+    def test_report_on_a_full_disk(self):
+        code, output, errors = self.run_tool(REPORT + ["/dev/full"])
+        self.assertEqual((code, errors), (0, b""))
+        self.assertEqual(self.trace().count("\n0x"), 1)
+
+    def test_trace_on_a_full_disk(self):
+        os.symlink("/dev/full", os.path.join(self.folder, "trace"))
+        code, output, errors = self.run_tool(["get_mac_Add"])
+        self.assertEqual(code, 0)
+        self.assertEqual(errors.count(b"No space left on device"), 1)
+
+    def test_killed_between_requests(self):
+        """Every request of which something was printed is in the trace, as a whole line."""
+        read_end, write_end = os.pipe()
+        fcntl.fcntl(write_end, fcntl.F_SETPIPE_SZ, 4096)
+        os.write(write_end, b"x" * 2500)  # leaves room for some of the lines
+        process = self.start(["wtbl", "1"], program="wlanx-eng", stdout=write_end)
+        os.close(write_end)
+        before = None
+        while self.trace() != before or not before:
+            before = self.trace()
+            time.sleep(0.1)
+        process.kill()
+        process.communicate(timeout=SECONDS)
+        self.assertEqual(process.returncode, -signal.SIGKILL)
+        with os.fdopen(read_end, "rb") as pipe:
+            printed = pipe.read().count(b" WTBL 01 EntryDW[")
+        lines = self.trace().split("\n")
+        self.assertEqual(lines[0], "open ok")
+        self.assertEqual(lines[-1], "")
+        self.assertTrue(all(line.startswith("0xFFFCF001 len=8 if 0:") and
+                            line.endswith(" times=1") for line in lines[1:-1]))
+        self.assertIn(len(lines) - 2 - printed, (0, 1))
+
+
+if __name__ == "__main__":
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--programs", required=True)
+    options, rest = parser.parse_known_args()
+    PROGRAMS = os.path.abspath(options.programs)
+    unittest.main(argv=sys.argv[:1] + rest)

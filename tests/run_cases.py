@@ -122,8 +122,9 @@ def read_cases(path):
         elif mark in ("=", "=eng"):
             head, text, *sent = rest.split(" => ")
             status, _, words = head.partition(" ")
-            run = Run(number, "wlanx" if mark == "=" else "wlanx-eng", shlex.split(words))
-            run.path, run.status, run.output = program_path, int(status), unescape(text)
+            words = [expand(word) for word in shlex.split(words)]
+            run = Run(number, "wlanx" if mark == "=" else "wlanx-eng", words)
+            run.path, run.status, run.output = program_path, int(status), unescape(expand(text))
             run.requests = [request(item) for items in sent for item in items.split(" | ")]
             case.runs.append(run)
             program_path = None

@@ -2,6 +2,9 @@
 set -eu
 root=$(CDPATH= cd -- "$(dirname -- "$0")/.." && pwd)
 
+# git refuses a tree of another user, which this one is under sudo.
+export GIT_CONFIG_COUNT=1 GIT_CONFIG_KEY_0=safe.directory GIT_CONFIG_VALUE_0="$root"
+
 say() { printf '%s\n' "$*" >&2; }
 
 # install PACKAGE...: installs those that are missing, by apt.
@@ -14,7 +17,13 @@ install() {
   [ -n "$missing" ] || return 0
   say "Installing$missing ..."
   asRoot=
-  [ "$(id -u)" = 0 ] || asRoot=sudo
+  if [ "$(id -u)" != 0 ]; then
+    asRoot=sudo
+    if ! command -v sudo >/dev/null; then
+      say "There is no sudo; as root run: apt-get install$missing"
+      exit 1
+    fi
+  fi
   log=$(mktemp)
   if ! { $asRoot apt-get update &&
          $asRoot env DEBIAN_FRONTEND=noninteractive \

@@ -401,6 +401,7 @@ constexpr UsageLine TpTestMode[] = {
     {Command, " 0 (disable TP test mode)"},
 };
 
+// The driver takes this code, but no command sends it yet.
 constexpr UsageLine SetDfsState[] = {
     {Plain, " Usage (Set DFS State):"},
     {Plain, " For example"},

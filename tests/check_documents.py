@@ -20,7 +20,7 @@ import tempfile
 from run_cases import BANNER, ROOT, TRACED, differences, lines_of, unescape
 
 FENCE = re.compile(r"^```(\w*) ?([\w.-]*)\n(.*?)^```$", re.M | re.S)
-ROW = re.compile(r"^\| (.*) \|$", re.M)
+RUN_CASES = f"'{sys.executable}' '{ROOT}/tests/run_cases.py' --programs '%s' document.cases"
 PROTOCOL = "docs/driver-protocol.md"
 
 
@@ -29,8 +29,14 @@ def read(path):
         return file.read()
 
 
+def write(path, text):
+    with open(os.path.join(ROOT, path), "w", encoding="utf-8", newline="") as file:
+        file.write(text)
+
+
 def rows(text):
-    return [[cell.strip(" `") for cell in row.split("|")] for row in ROW.findall(text)]
+    return [[cell.strip(" `") for cell in row.split("|")]
+            for row in re.findall(r"^\| (.*) \|$", text, re.M)]
 
 
 def as_printed(output):
@@ -43,43 +49,36 @@ class Session:
     """Runs a document's examples and collects the requests that reached the adapter."""
 
     def __init__(self, programs, folder):
-        self.programs = programs
-        self.folder = folder
-        self.status = 0
-        self.problems = ""
-        self.requests = set()
+        self.programs, self.folder = programs, folder
+        self.status, self.problems, self.requests = 0, "", set()
         os.symlink(os.path.join(ROOT, "simulator"), os.path.join(folder, "simulator"))
         self.environment = {k: v for k, v in os.environ.items() if not k.startswith("A8000_")}
         self.environment.update(PATH=programs + os.pathsep + os.environ["PATH"], TZ="UTC",
                                 A8000_TRACE="trace")
 
     def run(self, command):
-        command = command.replace("scripts/run --eng ", "wlanx-eng ")
-        command = command.replace("scripts/run ", "wlanx ")
+        command = command.replace("scripts/run --eng", "wlanx-eng").replace("scripts/run", "wlanx")
         done = subprocess.run(
             ["sh", "-c", f"(exit {self.status})\n{command}"], cwd=self.folder,
             env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
             stderr=subprocess.STDOUT)
         self.status = done.returncode
         for path in glob.glob(os.path.join(self.folder, "*trace")):
-            with open(path, "rb") as file:
-                self.requests |= {(m[1].decode(), int(m[2])) for m in TRACED.finditer(file.read())}
+            trace = read(path).encode()
+            self.requests |= {(m[1].decode(), int(m[2])) for m in TRACED.finditer(trace)}
         return done.stdout
 
     def visit(self, fence):
         """Runs a block; returns it as it should be."""
         language, name, text = fence.groups()
         if language == "cases":
-            name = "document.cases"
-        if name:
-            with open(os.path.join(self.folder, name), "w", encoding="utf-8") as file:
-                file.write(text)
-        if language == "cases":
-            runner = os.path.join(ROOT, "tests", "run_cases.py")
-            output = self.run(f"'{sys.executable}' '{runner}' --programs '{self.programs}' {name}")
+            write(os.path.join(self.folder, "document.cases"), text)
+            output = self.run(RUN_CASES % self.programs)
             self.problems += output.decode() if self.status else ""
             return fence[0]
-        right = ""
+        if name:
+            write(os.path.join(self.folder, name), text)
+        right = fence[0].partition("\n")[0] + "\n"
         for piece in re.split(r"^(?=\$ )", text, flags=re.M):
             command, _, shown = piece.partition("\n")
             if not command.startswith("$ "):
@@ -90,31 +89,10 @@ class Session:
             if not BANNER.match(expected):
                 output = BANNER.sub(b"", output, count=1)
             if output != expected:
-                self.problems += command + "\n"
+                self.problems += f"{command}\n"
                 self.problems += differences("", lines_of(expected), lines_of(output))
-            right += command + "\n" + as_printed(output)
-        return f"```{language}{' ' + name if name else ''}\n{right}```"
-
-
-def check_examples(path, programs, update, requests):
-    text = read(path)
-    with tempfile.TemporaryDirectory() as folder:
-        session = Session(programs, folder)
-        right = FENCE.sub(session.visit, text)
-    requests |= session.requests
-    if not update:
-        return session.problems
-    with open(os.path.join(ROOT, path), "w", encoding="utf-8", newline="") as file:
-        file.write(right)
-    return ""
-
-
-def check_patch(path):
-    """The changes that a document shows fit the tree, or have been made."""
-    patch = "".join(f[2] for f in FENCE.findall(read(path)) if f[0] == "diff")
-    results = [subprocess.run(["git", "apply", "--check", *reverse], input=patch, cwd=ROOT,
-                              capture_output=True, text=True) for reverse in ([], ["-R"])]
-    return "" if not patch or 0 in [r.returncode for r in results] else results[0].stderr
+            right += f"{command}\n{as_printed(output)}"
+        return right + "```"
 
 
 def slugs(text):
@@ -122,9 +100,9 @@ def slugs(text):
     return {re.sub(r"[^\w -]", "", h.lower()).replace(" ", "-") for h in headings}
 
 
-def check_links(path):
+def check_links(path, text):
     problems = ""
-    for target in re.findall(r"\]\(([^)\s]+)\)", FENCE.sub("", read(path))):
+    for target in re.findall(r"\]\(([^)\s]+)\)", FENCE.sub("", text)):
         name, _, anchor = target.partition("#")
         file = os.path.normpath(os.path.join(os.path.dirname(path), name)) if name else path
         if not os.path.exists(os.path.join(ROOT, file)):
@@ -134,6 +112,14 @@ def check_links(path):
     return problems
 
 
+def check_patch(text):
+    """The changes that a document shows fit the tree, or have been made."""
+    patch = "".join(f[2] for f in FENCE.findall(text) if f[0] == "diff")
+    results = [subprocess.run(["git", "apply", "--check", *reverse], input=patch, cwd=ROOT,
+                              capture_output=True, text=True) for reverse in ([], ["-R"])]
+    return "" if not patch or 0 in [r.returncode for r in results] else results[0].stderr
+
+
 def check_records(text, sources):
     """Lets the compiler compare the record tables with the structures that the sources declare."""
     problems, lines = "", ["#include <cstddef>", "#include <cstdint>"]
@@ -141,11 +127,11 @@ def check_records(text, sources):
     declared = {m[1]: m[0] for m in re.finditer(r"^struct (\w+) {.*?^};", sources, re.M | re.S)}
     records = {m[1]: (m[2], rows(m[3])) for m in re.finditer(
         r"^#+ `(\w+)`, (\d+) bytes?$(.*?)(?=^#|\Z)", text, re.M | re.S)}
-    for name in re.findall(r"static_assert\(sizeof\((\w+)\) ==", sources):
-        if name in declared and name not in records:
-            problems += f"not documented: {name}\n"
+    asserted = set(re.findall(r"static_assert\(sizeof\((\w+)\) ==", sources))
+    for name in sorted((asserted & set(declared)) - set(records)):
+        problems += f"not documented: {name}\n"
     for name, (size, fields) in records.items():
-        lines += [declared[name], f"static_assert(sizeof({name}) == {size}, \"{name}\");"]
+        lines += [declared[name], f'static_assert(sizeof({name}) == {size}, "{name}");']
         end = 0
         for at, length, field, *_ in (f for f in fields if f[0].isdigit() and len(f) == 5):
             if int(at) > end:
@@ -153,7 +139,7 @@ def check_records(text, sources):
             end = max(end, int(at) + int(length))
             field = field.strip("()")
             lines.append(f"static_assert(offsetof({name}, {field}) == {at} && "
-                         f"sizeof((({name}*)0)->{field}) == {length}, \"{name}.{field}\");")
+                         f'sizeof((({name}*)0)->{field}) == {length}, "{name}.{field}");')
         if end != int(size):
             problems += f"{name}: the fields end at {end}\n"
     done = subprocess.run(["c++", "-std=c++20", "-fsyntax-only", "-Wno-invalid-offsetof", "-xc++",
@@ -176,47 +162,42 @@ def check_constants(text, sources):
 
 
 def check_oids(text, requests):
-    problems, known, lengths = "", set(), set()
-    for oid, name, _, length, *_ in (r for r in rows(text) if r[0].startswith("0x")):
-        known.add((name, oid))
-        lengths |= {(oid[2:], n if n == "any" else int(n)) for n in re.findall(r"\d+|any", length)}
+    table = [row for row in rows(text) if row[0].startswith("0x")]
     declared = re.findall(r"constexpr uint32_t (Oid\w+) = (0x\w+);",
                           read("channel/oid.h") + read("commands/internal/internal_oid.h"))
-    for name, oid in sorted(known ^ set(declared)):
-        problems += f"in one place only: {name} {oid}\n"
-    for oid, length in sorted(requests):
-        if not lengths & {(oid, length), (oid, "any")}:
-            problems += f"no row for 0x{oid} with {length} bytes\n"
-    for oid, length in lengths:
-        if not {r for r in requests if r[0] == oid and length in ("any", r[1])}:
-            problems += f"no example sends 0x{oid} with {length} bytes\n"
-    return problems
+    lengths = {(row[0][2:], n) for row in table for n in re.findall(r"\d+|any", row[3])}
+    sent = {(oid, "any" if (oid, "any") in lengths else str(n)) for oid, n in requests}
+    return "".join(
+        [f"in one place only: {entry}\n" for entry in {(r[1], r[0]) for r in table} ^ set(declared)]
+        + [f"sent, but not in the table: {entry}\n" for entry in sent - lengths]
+        + [f"in no example: {entry}\n" for entry in lengths - sent])
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__,
-                                     formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser = argparse.ArgumentParser(description=__doc__.partition("\n\n")[0])
     parser.add_argument("--programs", required=True, help="the folder of the built programs")
     parser.add_argument("--update", action="store_true",
                         help="put what the examples print into the documents")
     options = parser.parse_args()
-    programs = os.path.abspath(options.programs)
-    requests, failed = set(), False
+    problems, requests = {}, set()
     for path in sorted(glob.glob("*.md", root_dir=ROOT) + glob.glob("docs/*.md", root_dir=ROOT)):
-        problems = check_examples(path, programs, options.update, requests)
-        problems += check_links(path) + check_patch(path)
-        failed = failed or bool(problems)
-        if problems:
-            print(f"{path}:\n{problems}")
+        text = read(path)
+        with tempfile.TemporaryDirectory() as folder:
+            session = Session(os.path.abspath(options.programs), folder)
+            right = FENCE.sub(session.visit, text)
+        requests |= session.requests
+        problems[path] = check_links(path, text) + check_patch(text)
+        if options.update:
+            write(path, right)
+        else:
+            problems[path] += session.problems
     text = read(PROTOCOL)
-    files = glob.glob(os.path.join(ROOT, "commands/**/*.h"), recursive=True)
-    files += glob.glob(os.path.join(ROOT, "commands/**/*.cpp"), recursive=True)
-    sources = "".join(map(read, files))
-    problems = check_records(text, sources) + check_constants(text, sources)
-    problems += check_oids(text, requests)
-    if problems:
-        print(f"{PROTOCOL}:\n{problems}")
-    return 1 if failed or problems else 0
+    sources = "".join(read(path) for path in glob.glob(f"{ROOT}/commands/**/*.*", recursive=True))
+    problems[PROTOCOL] += check_records(text, sources) + check_constants(text, sources)
+    problems[PROTOCOL] += check_oids(text, requests)
+    for path, found in problems.items():
+        print(f"{path}:\n{found}" if found else "", end="")
+    return 1 if any(problems.values()) else 0
 
 
 if __name__ == "__main__":

@@ -24,12 +24,13 @@ class Faults(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.folder = folder.name
 
-    def start(self, words, program="wlanx", closed=(), **more):
+    def start(self, words, program="wlanx", closed=(), variables=None, **more):
         def prepare():
             for descriptor in closed:
                 os.close(descriptor)
         environment = {**os.environ, "A8000_TRACE": os.path.join(self.folder, "trace")}
         environment.pop("A8000_SCENARIO", None)
+        environment.update(variables or {})
         return subprocess.Popen([os.path.join(PROGRAMS, program)] + words, cwd=self.folder,
                                 env=environment, stdin=subprocess.DEVNULL, preexec_fn=prepare,
                                 **{"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **more})
@@ -88,6 +89,27 @@ class Faults(unittest.TestCase):
         code, output, errors = self.run_tool(["get_mac_Add"])
         self.assertEqual(code, 0)
         self.assertEqual(errors.count(b"No space left on device"), 1)
+
+    def test_unusable_files(self):
+        """Opening fails, and standard error says why; a long word is cut."""
+        scenario = os.path.join(self.folder, "s")
+        with open(scenario, "w") as file:
+            file.write("# \n" * 1233 + "open " + "x" * 61 + "\n")
+        builtin = os.path.join(os.path.dirname(__file__), "..", "simulator", "scenarios",
+                               "builtin.a8000")
+        for program, variables, message in (
+                ("wlanx", {"A8000_SCENARIO": "s"}, "s:1234: unknown outcome: " + "x" * 60),
+                ("wlanx", {"A8000_SCENARIO": "."}, ".:0: Is a directory"),
+                ("wlanx", {"A8000_SCENARIO": "/dev/zero"},
+                 "/dev/zero:0: scenario is larger than 16 MiB"),
+                ("wlanx", {"A8000_TRACE": "a/b"}, "a/b:0: No such file or directory"),
+                ("wlanx-without-memory", {"A8000_SCENARIO": builtin},
+                 builtin + ":0: Cannot allocate memory")):
+            code, output, errors = self.run_tool(["stat"], program=program, variables=variables)
+            self.assertEqual((code, errors.decode()), (1, f"a8000: {message}\n"))
+            self.assertIn(b"CreateFile I/O failed : 13\n", output)
+            if "A8000_TRACE" not in variables:
+                self.assertEqual(self.trace(), "open error=13\n")
 
     def test_killed_between_requests(self):
         """Every request of which something was printed is in the trace, as a whole line."""

@@ -1,4 +1,5 @@
 // Memory for the tool linked with --wrap=calloc: every block that could hold a text is refused.
+#include <cerrno>
 #include <cstddef>
 
 extern "C" {
@@ -7,6 +8,8 @@ void* __real_calloc(size_t count, size_t size);
 void* __wrap_calloc(size_t count, size_t size);
 
 void* __wrap_calloc(size_t count, size_t size) {
-  return count * size < 4096 ? __real_calloc(count, size) : nullptr;
+  if (count * size < 4096) return __real_calloc(count, size);
+  errno = ENOMEM;
+  return nullptr;
 }
 }

@@ -151,11 +151,14 @@ std::string Record(const std::string& scenario) {
   };
   const TraceSink sink = {append, &trace};
   TraceOpen(&sink, AdapterOpen(&loaded.adapter));
-  for (std::string payload : {std::string(2, 0), std::string("a"), {}, std::string(9000, 1)}) {
+  for (std::string payload : {std::string(2, 0),
+                              std::string("\xFE\xDC\xBA\x98\x76\x54\x32\x10"),
+                              {},
+                              std::string(9000, 1)}) {
     auto* bytes = reinterpret_cast<uint8_t*>(payload.data());
     const auto length = static_cast<uint32_t>(payload.size());
-    TraceRequest(&sink, 0xFFFCF005, bytes, length);
-    const RequestResult result = AdapterRequest(&loaded.adapter, 0xFFFCF005, bytes, length);
+    TraceRequest(&sink, 0xFEDCBA05, bytes, length);
+    const RequestResult result = AdapterRequest(&loaded.adapter, 0xFEDCBA05, bytes, length);
     TraceAnswer(&sink, &result, bytes, length);
   }
   TraceClose(&sink, AdapterClose(&loaded.adapter));
@@ -164,13 +167,13 @@ std::string Record(const std::string& scenario) {
 
 TEST(Trace, ReplaysAsAScenario) {
   const std::string trace = Record(
-      "0xFFFCF005 if 0:00 ok 1:fA returned=3\n0xFFFCF005 error=234 8999:ff\n"
+      "0xFEDCBA05 if 0:00 ok 1:fA returned=3\n0xFEDCBA05 error=234 8999:ff\n"
       "open error=13\nclose error=6");
-  EXPECT_EQ(trace.substr(0, trace.find("0xFFFCF005 len=9000")),
+  EXPECT_EQ(trace.substr(0, trace.find("0xFEDCBA05 len=9000")),
             "open error=13\n"
-            "0xFFFCF005 len=2 if 0:0000 ok 0:00fa times=1 returned=3\n"
-            "0xFFFCF005 len=1 if 0:61 error=234 0:61 times=1\n"
-            "0xFFFCF005 len=0 error=234 times=1\n");
+            "0xFEDCBA05 len=2 if 0:0000 ok 0:00fa times=1 returned=3\n"
+            "0xFEDCBA05 len=8 if 0:fedcba9876543210 error=234 0:fedcba9876543210 times=1\n"
+            "0xFEDCBA05 len=0 error=234 times=1\n");
   EXPECT_TRUE(trace.ends_with("0101ff times=1\nclose error=6\n"));
   EXPECT_EQ(Record(trace), trace);
   EXPECT_EQ(Record("open null").substr(0, 10), "open null\n");

@@ -72,10 +72,29 @@ TEST(ScenarioParser, RefusesWithLineAndReason) {
       EXPECT_EQ(error.line, 3U) << statement;
     }
   }
-  const std::string longLine(MaxLineBytes + 1, ' ');
-  ScenarioSizes sizes = {};
-  EXPECT_NE(ParseScenario(longLine.data(), longLine.size(), nullptr, &sizes, nullptr).what,
-            nullptr);
+}
+
+TEST(ScenarioParser, KeepsToItsLimits) {
+  std::string patches = "1 ok";
+  for (int i = 0; i < 32; i++) patches += " 0:00";
+  const struct {
+    const char* what;
+    std::string piece;
+    uint32_t most;
+  } limits[] = {{"line is longer than 1 MiB", " ", MaxLineBytes},
+                {"too many registers", "register 1 2\n", 65536},
+                {"too many rules", "1 ok\n", 65536},
+                {"too many patches", patches + "\n", 32768},
+                {"scenario is larger than 16 MiB", "#\n", 8 * 1024 * 1024}};
+  for (const auto& limit : limits) {
+    std::string text;
+    for (uint32_t i = 0; i < limit.most; i++) text += limit.piece;
+    ScenarioSizes sizes = {};
+    EXPECT_EQ(ParseScenario(text.data(), text.size(), nullptr, &sizes, nullptr).what, nullptr);
+    text += limit.piece;
+    EXPECT_STREQ(ParseScenario(text.data(), text.size(), nullptr, &sizes, nullptr).what,
+                 limit.what);
+  }
 }
 
 TEST(ScenarioParser, TakesEveryPatchForm) {

@@ -29,30 +29,39 @@ static_assert(sizeof(TwtSetupParam) == 12);
 static_assert(offsetof(TwtSetupParam, fgTrigger) == 4);
 static_assert(offsetof(TwtSetupParam, u2WakeIntvalMantiss) == 10);
 
+// An argument's conversion, where it goes and how it is shown.
+struct TwtArgument {
+  const char* format;
+  size_t offset;
+  const char* line;
+};
+
+// In the order of the arguments, which is not that of the record.
+constexpr TwtArgument Arguments[] = {
+    {"%2hhd", offsetof(TwtSetupParam, ucNumOfPara), "ucNumOfPara : %d \n"},
+    {"%2hhd", offsetof(TwtSetupParam, ucCtrlAction), "ucCtrlAction : %d \n"},
+    {"%2hhd", offsetof(TwtSetupParam, ucTWTFlowId), "ucTWTFlowId : %d \n"},
+    {"%2hhd", offsetof(TwtSetupParam, ucSetupCmd), "ucSetupCmd : %d \n"},
+    {"%2hhd", offsetof(TwtSetupParam, fgTrigger), "fgTrigger : %d \n"},
+    {"%2hhd", offsetof(TwtSetupParam, fgUnannounced), "fgUnannounced : %d \n"},
+    {"%2hhd", offsetof(TwtSetupParam, ucWakeIntvalExponent), "ucWakeIntvalExponent : %d \n"},
+    {"%2hhd", offsetof(TwtSetupParam, fgProtect), "fgProtect : %d \n"},
+    {"%hhu", offsetof(TwtSetupParam, ucMinWakeDur), "ucMinWakeDur : %d \n"},
+};
+constexpr int ArgumentCount = sizeof(Arguments) / sizeof(Arguments[0]);
+
 }  // namespace
 
 int HandleTwtSetupCommand(int argc, char** argv) {
-  if (argc != 12) return InvalidParameters(0);
+  // The last argument is the record's only field of 16 bits.
+  if (argc != 2 + ArgumentCount + 1) return InvalidParameters(0);
   TwtSetupParam param = {};
-  ScanArgument(argv[2], "%2hhd", &param.ucNumOfPara);
-  ScanArgument(argv[3], "%2hhd", &param.ucCtrlAction);
-  ScanArgument(argv[4], "%2hhd", &param.ucTWTFlowId);
-  ScanArgument(argv[5], "%2hhd", &param.ucSetupCmd);
-  ScanArgument(argv[6], "%2hhd", &param.fgTrigger);
-  ScanArgument(argv[7], "%2hhd", &param.fgUnannounced);
-  ScanArgument(argv[8], "%2hhd", &param.ucWakeIntvalExponent);
-  ScanArgument(argv[9], "%2hhd", &param.fgProtect);
-  ScanArgument(argv[10], "%hhu", &param.ucMinWakeDur);
-  ScanArgument(argv[11], "%hd", &param.u2WakeIntvalMantiss);
-  ConsolePrintf("ucNumOfPara : %d \n", param.ucNumOfPara);
-  ConsolePrintf("ucCtrlAction : %d \n", param.ucCtrlAction);
-  ConsolePrintf("ucTWTFlowId : %d \n", param.ucTWTFlowId);
-  ConsolePrintf("ucSetupCmd : %d \n", param.ucSetupCmd);
-  ConsolePrintf("fgTrigger : %d \n", param.fgTrigger);
-  ConsolePrintf("fgUnannounced : %d \n", param.fgUnannounced);
-  ConsolePrintf("ucWakeIntvalExponent : %d \n", param.ucWakeIntvalExponent);
-  ConsolePrintf("fgProtect : %d \n", param.fgProtect);
-  ConsolePrintf("ucMinWakeDur : %d \n", param.ucMinWakeDur);
+  auto* bytes = reinterpret_cast<uint8_t*>(&param);
+  for (int i = 0; i < ArgumentCount; i++) {
+    ScanArgument(argv[2 + i], Arguments[i].format, bytes + Arguments[i].offset);
+    ConsolePrintf(Arguments[i].line, bytes[Arguments[i].offset]);
+  }
+  ScanArgument(argv[2 + ArgumentCount], "%hd", &param.u2WakeIntvalMantiss);
   ConsolePrintf("u2WakeIntvalMantiss : %d \n", param.u2WakeIntvalMantiss);
   return OidRequest(OidTwtSetup, &param) ? 1 : RequestRefused();
 }

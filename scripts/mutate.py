@@ -179,17 +179,34 @@ def noticed(path, build):
 
 
 def digest():
-    return [hash(open(os.path.join(BUILD, name), "rb").read()) for name in ("wlanx", "wlanx-eng")]
+    return [hash(read(os.path.join(BUILD, name))) for name in ("wlanx", "wlanx-eng")]
+
+
+def read(path):
+    with open(path, "rb") as file:
+        return file.read()
+
+
+def copy_tree():
+    """Files that are the same keep their time, and what is built of them."""
+    listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard"], cwd=ROOT,
+                            capture_output=True, text=True, check=True).stdout.split("\n")
+    wanted = {path for path in listed if path and os.path.exists(os.path.join(ROOT, path))}
+    for path in wanted:
+        source, target = os.path.join(ROOT, path), os.path.join(TREE, path)
+        os.makedirs(os.path.dirname(target), exist_ok=True)
+        if not os.path.exists(target) or read(source) != read(target):
+            shutil.copyfile(source, target)
+            shutil.copymode(source, target)
+    for folder, _, names in os.walk(TREE):
+        for name in names:
+            path = os.path.relpath(os.path.join(folder, name), TREE)
+            if path not in wanted and not path.startswith(".git" + os.sep):
+                os.remove(os.path.join(TREE, path))
 
 
 def prepare():
-    shutil.rmtree(TREE, ignore_errors=True)
-    listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard"], cwd=ROOT,
-                            capture_output=True, text=True, check=True).stdout.split("\n")
-    for path in filter(None, listed):
-        if os.path.exists(os.path.join(ROOT, path)):
-            os.makedirs(os.path.join(TREE, os.path.dirname(path)), exist_ok=True)
-            shutil.copy2(os.path.join(ROOT, path), os.path.join(TREE, path))
+    copy_tree()
     # The documents' check asks git which files there are.
     subprocess.run("git init -q && git add -A", shell=True, cwd=TREE, check=True)
     if not (configure(BUILD, "-DCMAKE_BUILD_TYPE=", "-DCMAKE_CXX_FLAGS=-O1") and

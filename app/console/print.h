@@ -1,5 +1,5 @@
 // Formatted output. The conversions are those of C's printf that the tool uses:
-//   %d %i %u %x %X %c %s with flags - 0, width, precision (also *), lengths hh h l ll;
+//   %d %i %u %x %X %c %s with flags - 0, width, precision (also *), lengths hh h ll;
 //   %f with a precision (left to the C library); %% ;
 //   %S, a text of 16-bit little-endian characters; what is not ASCII prints as a question mark.
 #pragma once
@@ -17,9 +17,6 @@
 
 // Prints to standard output. What is printed is collected; ConsoleFlush writes it out.
 void ConsolePrintf(const char* format, ...) PRINTF_LIKE(1, 2);
-
-// Prints a text as it stands, without conversions.
-void ConsoleWrite(const char* text, size_t length);
 
 // Prints into an open file.
 void FilePrintf(FILE* file, const char* format, ...) PRINTF_LIKE(2, 3);

@@ -61,7 +61,7 @@ TEST(ScenarioParser, RefusesWithLineAndReason) {
       {"hex digits come in pairs", {"5 ok 0:012"}},
       {"only one byte can be repeated", {"5 ok 0:0102*3"}},
       {"text is not ended", {"5 ok 0:\"a", "5 ok 0:\"a\\"}},
-      {"unknown escape", {"5 ok 0:\"a\\q\"", "5 ok 0:\"\\x4\""}},
+      {"unknown escape", {"5 ok 0:\"a\\q\"", "5 ok 0:\"\\x4\"", "5 ok 0:\"\\xg4\""}},
       {"unknown statement", {"clos ok"}}};
   for (const auto& [what, statements] : cases) {
     for (const char* statement : statements) {

@@ -49,7 +49,7 @@ struct Conversion {
   bool zero;
   int width;
   int precision;
-  int length;  // -2 hh, -1 h, 0 none, 2 ll
+  int length;  // -2 hh, -1 h, 0 none, 1 l, 2 ll
   char letter;
 };
 
@@ -115,6 +115,8 @@ void PutSigned(TextSink* sink, const Conversion& conversion, Values* values) {
   int64_t value = 0;
   if (conversion.length == 2) {
     value = va_arg(values->list, long long);
+  } else if (conversion.length == 1) {
+    value = va_arg(values->list, long);
   } else {
     value = va_arg(values->list, int);
     if (conversion.length == -1) value = static_cast<int16_t>(value);
@@ -128,6 +130,8 @@ void PutUnsigned(TextSink* sink, const Conversion& conversion, Values* values) {
   uint64_t value = 0;
   if (conversion.length == 2) {
     value = va_arg(values->list, unsigned long long);
+  } else if (conversion.length == 1) {
+    value = va_arg(values->list, unsigned long);
   } else {
     value = va_arg(values->list, unsigned);
     if (conversion.length == -1) value = static_cast<uint16_t>(value);

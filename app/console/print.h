@@ -1,5 +1,5 @@
 // Formatted output. The conversions are those of C's printf that the tool uses:
-//   %d %i %u %x %X %c %s with flags - 0, width, precision (also *), lengths hh h ll;
+//   %d %i %u %x %X %c %s with flags - 0, width, precision (also *), lengths hh h l ll;
 //   %f with a precision (left to the C library); %% ;
 //   %S, a text of 16-bit little-endian characters; what is not ASCII prints as a question mark.
 #pragma once

@@ -38,8 +38,8 @@ const CommandEntry CommandTable[] = {
 #endif
 };
 
-const int CommandCount = sizeof CommandTable / sizeof CommandTable[0];
+const int CommandCount = sizeof(CommandTable) / sizeof(CommandTable[0]);
 
 #ifndef WLANX_ENGINEERING
-static_assert(sizeof CommandTable / sizeof CommandTable[0] == 21);
+static_assert(sizeof(CommandTable) / sizeof(CommandTable[0]) == 21);
 #endif

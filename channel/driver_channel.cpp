@@ -30,7 +30,7 @@ bool CloseDevice() {
 bool OidRequest(uint32_t oid, void* payload, uint32_t length, uint32_t* bytesReturned) {
   ConsoleFlush();
   DWORD returned = 0;
-  bool accepted = DeviceIoControl(DeviceHandle, IoctlNdisQueryGlobalStats, &oid, sizeof oid,
+  bool accepted = DeviceIoControl(DeviceHandle, IoctlNdisQueryGlobalStats, &oid, sizeof(oid),
                                   payload, length, &returned, nullptr) != 0;
   if (bytesReturned != nullptr) *bytesReturned = returned;
   return accepted;

@@ -230,8 +230,8 @@ BOOL DeviceIoControl(HANDLE handle, DWORD controlCode, void* input, DWORD inputL
                      DWORD outputLength, DWORD* bytesReturned, void* /*overlapped*/) {
   Run* run = Current();
   uint32_t oid = 0;
-  Require(handle == run && run->open && controlCode == 0x00170002 && inputLength == sizeof oid);
-  memcpy(&oid, input, sizeof oid);
+  Require(handle == run && run->open && controlCode == 0x00170002 && inputLength == sizeof(oid));
+  memcpy(&oid, input, sizeof(oid));
   Require(oid != 0 && ++run->requests < MostRequests);
   auto* payload = static_cast<uint8_t*>(output);
   Require(__asan_region_is_poisoned(payload, outputLength) == nullptr);
@@ -259,7 +259,7 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
   setenv("TZ", "UTC", 1);
   static char storage[1 << 16];
   stdout = fopencookie(nullptr, "w", {nullptr, SwallowOutput, nullptr, nullptr});
-  (void)setvbuf(stdout, storage, _IOFBF, sizeof storage);
+  (void)setvbuf(stdout, storage, _IOFBF, sizeof(storage));
   return 0;
 }
 
@@ -272,7 +272,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   DeviceHandle = nullptr;
   if (setjmp(run->ended) == 0) {
     char* words[MostWords + 1];
-    memcpy(words, run->words, sizeof words);
+    memcpy(words, run->words, sizeof(words));
     ToolMain(run->wordCount, words);
     Require(!run->open && run->blockCount == 0 && run->file == nullptr);
   }

@@ -36,7 +36,7 @@ struct Targets {
 
 int ScanWith(int (*scan)(const char*, const char*, ...), const char* text, const char* format,
              Targets* targets) {
-  memset(targets, 0xA5, sizeof *targets);
+  memset(targets, 0xA5, sizeof(*targets));
   uint64_t* field = targets->fields;
   return scan(text, format, &field[0], &field[1], &field[2], &field[3], &field[4], &field[5],
               &field[6], &field[7], &field[8], &field[9], &field[10], &field[11], &field[12]);
@@ -77,7 +77,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Targets theirs;
     const int found = ScanWith(ScanArgument, text, format, &ours);
     const int expected = ScanWith(sscanf, text, format, &theirs);
-    if (found != expected || memcmp(&ours, &theirs, sizeof ours) != 0) {
+    if (found != expected || memcmp(&ours, &theirs, sizeof(ours)) != 0) {
       fprintf(stderr, "\"%s\" by %s: %d, expected %d\n", text, format, found, expected);
       abort();
     }

@@ -41,18 +41,18 @@ void TakeTrace(void* context, const char* bytes, uint32_t size) {
 
 // Parses the text into a block of exactly its needs. Returns null where it is refused.
 void* Load(const char* text, size_t size, Scenario* scenario, uint32_t** served) {
-  ScenarioSizes sizes{};
+  ScenarioSizes sizes = {};
   const ScenarioError error = ParseScenario(text, size, nullptr, &sizes, nullptr);
   if (error.what != nullptr) {
     Require(error.wordStart <= size && error.wordLength <= size - error.wordStart);
     return nullptr;
   }
   void* block = malloc(ScenarioMemoryBytes(&sizes) + size_t{1});
-  ScenarioMemory memory{};
+  ScenarioMemory memory = {};
   *served = DivideScenarioMemory(block, &sizes, &memory);
-  ScenarioSizes stored{};
+  ScenarioSizes stored = {};
   const ScenarioError again = ParseScenario(text, size, &memory, &stored, scenario);
-  Require(again.what == nullptr && memcmp(&sizes, &stored, sizeof sizes) == 0);
+  Require(again.what == nullptr && memcmp(&sizes, &stored, sizeof(sizes)) == 0);
   return block;
 }
 
@@ -72,7 +72,7 @@ uint32_t Ask(Adapter* adapter, const Scenario* scenario, Exchange* exchanges) {
         exchange->sent[patch->offset + k] = scenario->bytes[patch->firstByte + source];
       }
     }
-    memcpy(exchange->answered, exchange->sent, sizeof exchange->sent);
+    memcpy(exchange->answered, exchange->sent, sizeof(exchange->sent));
     exchange->result = AdapterRequest(adapter, exchange->oid, exchange->answered, exchange->length);
   }
   return count;
@@ -98,7 +98,7 @@ bool Equal(CallResult left, CallResult right) {
 void Replay(const Adapter* adapter, const Exchange* exchanges, uint32_t count,
             const TraceText* trace) {
   static Adapter replayed;
-  Scenario scenario{};
+  Scenario scenario = {};
   uint32_t* served = nullptr;
   void* block = Load(trace->bytes, trace->used, &scenario, &served);
   Require(block != nullptr && scenario.ruleCount == count);
@@ -108,12 +108,12 @@ void Replay(const Adapter* adapter, const Exchange* exchanges, uint32_t count,
   for (uint32_t i = 0; i < count; i++) {
     const Exchange* exchange = &exchanges[i];
     uint8_t payload[LongestPayload];
-    memcpy(payload, exchange->sent, sizeof payload);
+    memcpy(payload, exchange->sent, sizeof(payload));
     const RequestResult result =
         AdapterRequest(&replayed, exchange->oid, payload, exchange->length);
     Require(Equal(result.call, exchange->result.call));
     Require(result.returned == exchange->result.returned);
-    Require(memcmp(payload, exchange->answered, sizeof payload) == 0);
+    Require(memcmp(payload, exchange->answered, sizeof(payload)) == 0);
   }
   free(block);
 }
@@ -126,7 +126,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   // A block of its own, so that reading beyond the text is seen.
   char* text = static_cast<char*>(malloc(size > 0 ? size : 1));
   if (size > 0) memcpy(text, data, size);
-  Scenario scenario{};
+  Scenario scenario = {};
   uint32_t* served = nullptr;
   void* block = Load(text, size, &scenario, &served);
   if (block != nullptr) {

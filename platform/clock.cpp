@@ -27,7 +27,7 @@ int64_t CurrentTime() {
 }
 
 CalendarTime LocalCalendarTime(int64_t seconds) {
-  tm fields{};
+  tm fields = {};
   if (seconds < 0 || seconds > LastSecond || !BreakDown(seconds, &fields)) {
     return {1899, 0, -1, -1, -1, -1};
   }

@@ -17,7 +17,7 @@ void PrepareStandardOutput() {
   }
   (void)signal(SIGPIPE, SIG_IGN);
   static char storage[1 << 16];
-  (void)setvbuf(stdout, storage, _IOFBF, sizeof storage);
+  (void)setvbuf(stdout, storage, _IOFBF, sizeof(storage));
 }
 
 void EndProcess(int status) {

@@ -7,7 +7,7 @@
 
 void PrepareStandardOutput() {
   static char storage[1 << 16];
-  setvbuf(stdout, storage, _IOFBF, sizeof storage);
+  setvbuf(stdout, storage, _IOFBF, sizeof(storage));
 }
 
 void EndProcess(int status) {

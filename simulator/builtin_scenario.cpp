@@ -14,7 +14,7 @@ struct Count {
 };
 
 constexpr Count CountBuiltin() {
-  Count count{};
+  Count count = {};
   count.error = ParseScenario(BuiltinScenarioText, TextSize, nullptr, &count.sizes, nullptr);
   return count;
 }
@@ -38,9 +38,9 @@ struct BuiltinRecords {
 };
 
 constexpr BuiltinRecords ParseBuiltin() {
-  BuiltinRecords records{};
-  ScenarioSizes sizes{};
-  Scenario scenario{};
+  BuiltinRecords records = {};
+  ScenarioSizes sizes = {};
+  Scenario scenario = {};
   const ScenarioMemory memory = {records.rules, records.patches, records.bytes, records.registers,
                                  Counted.sizes};
   ParseScenario(BuiltinScenarioText, TextSize, &memory, &sizes, &scenario);

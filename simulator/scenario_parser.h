@@ -207,7 +207,7 @@ constexpr bool TakePatchBytes(ScenarioParse* parse, ScenarioPatch* patch) {
 // Takes OFFSET:BYTES, a whole word.
 constexpr bool TakePatch(ScenarioParse* parse) {
   if (parse->used.patches == parse->capacity.patches) return FailParse(parse, "too many patches");
-  ScenarioPatch patch{};
+  ScenarioPatch patch = {};
   patch.firstByte = parse->used.bytes;
   if (!TakeNumber32(parse, &patch.offset)) return false;
   if (!TakeLiteral(parse, ":")) return FailParse(parse, "OFFSET:BYTES expected");
@@ -249,7 +249,7 @@ constexpr bool TakeRegisterStatement(ScenarioParse* parse) {
   if (parse->used.registers == parse->capacity.registers) {
     return FailParse(parse, "too many registers");
   }
-  RegisterValue entry{};
+  RegisterValue entry = {};
   if (!NextWord(parse)) return FailParse(parse, "address expected");
   if (!TakeLastNumber(parse, &entry.address)) return false;
   if (!NextWord(parse)) return FailParse(parse, "value expected");
@@ -284,7 +284,7 @@ constexpr bool TakeRule(ScenarioParse* parse) {
   if (parse->used.rules == parse->capacity.rules) return FailParse(parse, "too many rules");
   const int digit = HexDigitAt(parse, parse->position);
   if (digit < 0 || digit > 9) return FailParse(parse, "unknown statement");
-  ScenarioRule rule{};
+  ScenarioRule rule = {};
   rule.firstPatch = parse->used.patches;
   if (!TakeLastNumber(parse, &rule.oid)) return false;
   for (;;) {
@@ -320,7 +320,7 @@ constexpr ScenarioError ErrorInLine(const ScenarioParse* parse) {
 constexpr ScenarioError ParseScenario(const char* text, uint64_t size, const ScenarioMemory* memory,
                                       ScenarioSizes* sizes, Scenario* scenario) {
   if (size > MaxScenarioBytes) return {0, "scenario is larger than 16 MiB", 0, 0};
-  ScenarioParse parse{};
+  ScenarioParse parse = {};
   parse.text = text;
   parse.memory = memory;
   parse.capacity = {MaxRules, MaxPatches, MaxPatchBytes, MaxRegisters};

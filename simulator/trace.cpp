@@ -57,7 +57,7 @@ void AddResult(TraceChunk* chunk, CallResult result) {
 }
 
 void TraceCall(const TraceSink* sink, const char* call, CallResult result) {
-  TraceChunk chunk{sink, 0, {}};
+  TraceChunk chunk = {sink, 0, {}};
   AddText(&chunk, call);
   AddResult(&chunk, result);
   AddCharacter(&chunk, '\n');
@@ -75,7 +75,7 @@ void TraceClose(const TraceSink* sink, CallResult result) {
 }
 
 void TraceRequest(const TraceSink* sink, uint32_t oid, const uint8_t* payload, uint32_t length) {
-  TraceChunk chunk{sink, 0, {}};
+  TraceChunk chunk = {sink, 0, {}};
   AddText(&chunk, "0x");
   for (int shift = 28; shift >= 0; shift -= 4) {
     AddCharacter(&chunk, "0123456789ABCDEF"[(oid >> shift) & 15]);
@@ -88,7 +88,7 @@ void TraceRequest(const TraceSink* sink, uint32_t oid, const uint8_t* payload, u
 
 void TraceAnswer(const TraceSink* sink, const RequestResult* result, const uint8_t* payload,
                  uint32_t length) {
-  TraceChunk chunk{sink, 0, {}};
+  TraceChunk chunk = {sink, 0, {}};
   AddResult(&chunk, result->call);
   AddPayload(&chunk, " 0:", payload, length);
   AddText(&chunk, " times=1");

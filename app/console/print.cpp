@@ -38,8 +38,8 @@ void PutRun(TextSink* sink, const char* text, size_t length) {
 
 void PutFill(TextSink* sink, char character, size_t count) {
   char run[32];
-  memset(run, character, sizeof run);
-  for (; count > sizeof run; count -= sizeof run) PutRun(sink, run, sizeof run);
+  memset(run, character, sizeof(run));
+  for (; count > sizeof(run); count -= sizeof(run)) PutRun(sink, run, sizeof(run));
   PutRun(sink, run, count);
 }
 
@@ -144,7 +144,7 @@ void PutUnsigned(TextSink* sink, const Conversion& conversion, Values* values) {
 void PutFloat(TextSink* sink, const Conversion& conversion, double value) {
   char digits[352];
   int precision = conversion.precision < 0 ? 6 : conversion.precision;
-  int length = snprintf(digits, sizeof digits, "%.*f", precision > 32 ? 32 : precision, value);
+  int length = snprintf(digits, sizeof(digits), "%.*f", precision > 32 ? 32 : precision, value);
   PutPadded(sink, conversion, digits, static_cast<size_t>(length));
 }
 
@@ -183,7 +183,7 @@ void PutFormatted(TextSink* sink, const char* format, Values* values) {
     while (*format != 0 && *format != '%') format++;
     PutRun(sink, plain, static_cast<size_t>(format - plain));
     if (*format == 0) break;
-    Conversion conversion{};
+    Conversion conversion = {};
     format = ReadConversion(format + 1, values, &conversion);
     switch (conversion.letter) {
       case 's':
@@ -218,7 +218,7 @@ void PutFormatted(TextSink* sink, const char* format, Values* values) {
 
 void PrintToFile(FILE* file, const char* format, Values* values) {
   char memory[512];
-  TextSink sink{memory, memory + sizeof memory, memory, file, 0};
+  TextSink sink = {memory, memory + sizeof(memory), memory, file, 0};
   PutFormatted(&sink, format, values);
   Drain(&sink);
 }
@@ -226,14 +226,14 @@ void PrintToFile(FILE* file, const char* format, Values* values) {
 }  // namespace
 
 void ConsolePrintf(const char* format, ...) {
-  Values values{};
+  Values values = {};
   va_start(values.list, format);
   PrintToFile(stdout, format, &values);
   va_end(values.list);
 }
 
 void FilePrintf(FILE* file, const char* format, ...) {
-  Values values{};
+  Values values = {};
   va_start(values.list, format);
   PrintToFile(file, format, &values);
   va_end(values.list);
@@ -243,8 +243,8 @@ int BoundedPrintf(char* text, size_t size, const char* format, ...) {
   // The zero's byte is kept back; without room even for that, nothing is written.
   char nothing[1];
   char* memory = size > 0 ? text : nothing;
-  TextSink sink{memory, memory + (size > 0 ? size - 1 : 0), memory, nullptr, 0};
-  Values values{};
+  TextSink sink = {memory, memory + (size > 0 ? size - 1 : 0), memory, nullptr, 0};
+  Values values = {};
   va_start(values.list, format);
   PutFormatted(&sink, format, &values);
   va_end(values.list);

@@ -96,9 +96,9 @@ void StoreNumber(void* target, int halves, uint64_t value) {
   auto low32 = static_cast<uint32_t>(value);
   auto low16 = static_cast<uint16_t>(value);
   auto low8 = static_cast<uint8_t>(value);
-  if (halves == 0) memcpy(target, &low32, sizeof low32);
-  if (halves == 1) memcpy(target, &low16, sizeof low16);
-  if (halves == 2) memcpy(target, &low8, sizeof low8);
+  if (halves == 0) memcpy(target, &low32, sizeof(low32));
+  if (halves == 1) memcpy(target, &low16, sizeof(low16));
+  if (halves == 2) memcpy(target, &low8, sizeof(low8));
 }
 
 // Reads a word into `target`; returns false where it does not fit with its zero.
@@ -128,7 +128,7 @@ int ScanArgument(const char* text, const char* format, ...) {
       format++;
       continue;
     }
-    Field field{};
+    Field field = {};
     format = ReadField(format + 1, &field);
     text = SkipBlanks(text);
     ended = *text == 0;
@@ -150,7 +150,7 @@ int ScanArgument(const char* text, const char* format, ...) {
 
 int ParseInteger(const char* text) {
   text = SkipBlanks(text);
-  Field field{SIZE_MAX, 0, 'd'};
+  Field field = {SIZE_MAX, 0, 'd'};
   uint64_t bits = 0;
   if (!ReadNumber(&text, field, &bits)) return 0;
   auto value = static_cast<int64_t>(bits);

@@ -29,7 +29,7 @@ void CopyText(char* target, size_t size, const char* text) {
 
 void ProgramBaseName(const char* path, char (&name)[ProgramNameSize]) {
   const char* separator = strrchr(path, '\\');
-  CopyText(name, sizeof name, separator == nullptr ? path : separator + 1);
+  CopyText(name, sizeof(name), separator == nullptr ? path : separator + 1);
   for (size_t i = strlen(name); i > 1; i--) {
     if (name[i - 1] != '.') continue;
     name[i - 1] = 0;

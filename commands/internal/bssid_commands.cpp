@@ -9,7 +9,9 @@
 #include "commands/internal/internal_oid.h"
 #include "commands/internal/mac_argument.h"
 
-static int SetBssid(uint32_t oid, int argc, char** argv) {
+namespace {
+
+int SetBssid(uint32_t oid, int argc, char** argv) {
   if (argc != 4 || !EqualsIgnoreCase(argv[2], "bssid")) return InvalidParameters(0);
   uint8_t bssid[6] = {};
   if (!ParseMacAddress(argv[3], bssid)) return InvalidParameters(0);
@@ -17,6 +19,8 @@ static int SetBssid(uint32_t oid, int argc, char** argv) {
                 bssid[4], bssid[5]);
   return OidRequest(oid, bssid, sizeof(bssid)) ? 1 : RequestRefused();
 }
+
+}  // namespace
 
 int HandleSetBssidCommand(int argc, char** argv) {
   return SetBssid(OidSetBssid, argc, argv);

@@ -24,7 +24,7 @@ constexpr EntryArea UmacArea = {"UMAC", 0x820C6000, 0x40, 16};
 // Reads and prints the words of one entry. Returns false when the driver refuses one.
 bool DumpEntry(const EntryArea& area, int index, RegAccessParam* param, uint32_t* words) {
   const uint32_t entry = area.base + static_cast<uint32_t>(index) * area.stride;
-  for (uint32_t k = 0; k < area.words; ++k) {
+  for (uint32_t k = 0; k < area.words; k++) {
     param->address = entry + 4 * k;
     if (!ReadRegister(param)) {
       PrintRequestError();

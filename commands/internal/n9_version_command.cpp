@@ -6,12 +6,16 @@
 #include "commands/internal/internal_commands.h"
 #include "commands/status/firmware_version.h"
 
+namespace {
+
 // Prints a platform and a date, texts that fill their fields without a zero.
 template <size_t PlatformSize, size_t DateSize>
-static void PrintPatch(const char (&platform)[PlatformSize], const char (&date)[DateSize]) {
+void PrintPatch(const char (&platform)[PlatformSize], const char (&date)[DateSize]) {
   ConsolePrintf("Patch platform %.*s. Date %.*s\n", static_cast<int>(PlatformSize), platform,
                 static_cast<int>(DateSize), date);
 }
+
+}  // namespace
 
 int HandleGetN9VerCommand(int argc, char** /*argv*/) {
   if (argc != 2) return InvalidParameters(1);

@@ -18,7 +18,7 @@ size_t EndOfText(const char* line, size_t position) {
 }  // namespace
 
 void FormatWtblValueText(char* text, size_t size, WtblValueTexts texts, uint32_t value) {
-  text[0] = '\0';
+  text[0] = 0;
   for (const WtblValueText& row : texts) {
     if (value < row.from || value > row.to) continue;
     BoundedPrintf(text, size, row.format, static_cast<int>(value) + row.offset);

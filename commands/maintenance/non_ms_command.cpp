@@ -8,10 +8,14 @@
 #include "channel/oid.h"
 #include "commands/maintenance/maintenance_commands.h"
 
-static int ReportFailure() {
+namespace {
+
+int ReportFailure() {
   ConsolePrintf("LP Support NonMS Fail : %d", static_cast<int>(GetLastError()));
   return 1;
 }
+
+}  // namespace
 
 int HandleNonMsCommand(int argc, char** argv) {
   if (argc != 3) {
@@ -19,18 +23,14 @@ int HandleNonMsCommand(int argc, char** argv) {
     ConsolePrintf("Error: argc:%d!!\n", argc);
     return 1;
   }
-  if (!EqualsIgnoreCase(argv[1], "NonMS")) {
-    return ReportFailure();
-  }
+  if (!EqualsIgnoreCase(argv[1], "NonMS")) return ReportFailure();
   auto enable = static_cast<uint32_t>(ParseInteger(argv[2]));  // 1 on, 0 off
   if (enable > 1) {
     ConsolePrintf("Error: Parameters are not correct!!\n");
     ConsolePrintf("Error: argv[2] should be 1 or 0 ! Now Value: %d\n", static_cast<int>(enable));
     return 1;
   }
-  if (!OidRequest(OidNonMsLowPower, &enable)) {
-    return ReportFailure();
-  }
+  if (!OidRequest(OidNonMsLowPower, &enable)) return ReportFailure();
   ConsolePrintf("LP Support NonMS Success");
   return 0;
 }

@@ -81,9 +81,7 @@ int HandleSetPcieDrivingCommand(int argc, char** argv) {
     PrintRequestError();
     return 1;
   }
-  if (!IsGen2(access.value)) {
-    return ReportNotGen2();
-  }
+  if (!IsGen2(access.value)) return ReportNotGen2();
   ConsolePrintf("PCIE gen = Gen2\n");
   ConsolePrintf("(Step1:Check PCIE gen) [0x%08x] = 0x%08x\n", access.address, access.value);
   ConsolePrintf("==================== Check PCIE driving setting  ====================\n");
@@ -112,9 +110,7 @@ int HandleSetPcieDrivingCommand(int argc, char** argv) {
 
   access.address = PcieGenRegister;
   ReadRegister(&access);
-  if (!IsGen2(access.value)) {
-    return ReportNotGen2();
-  }
+  if (!IsGen2(access.value)) return ReportNotGen2();
   ConsolePrintf("(Step5:Recheck PCIE gen) [0x%08x] = 0x%08x\n", access.address, access.value);
   ConsolePrintf("PCIE gen = Gen2\n");
   ConsolePrintf("=====================================================================\n");

@@ -46,7 +46,7 @@ constexpr Choice Bandwidths[] = {
 
 template <size_t Count>
 bool ReadChoice(const Choice (&choices)[Count], const char* keyword, uint8_t* code) {
-  for (size_t i = 0; i < Count; ++i) {
+  for (size_t i = 0; i < Count; i++) {
     if (EqualsIgnoreCase(keyword, choices[i].keyword)) {
       *code = static_cast<uint8_t>(i);
       return true;

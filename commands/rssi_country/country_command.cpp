@@ -65,7 +65,7 @@ int ShowCountry() {
 
 int SetPowerTable(uint32_t subcommand, const char* country, const char* done) {
   CountryPowerRequest request = {};
-  for (size_t i = 0; i < sizeof(request.aucCountry) && country[i] != '\0'; ++i) {
+  for (size_t i = 0; i < sizeof(request.aucCountry) && country[i] != 0; i++) {
     request.aucCountry[i] = static_cast<uint8_t>(country[i]);
   }
   if (!Send(subcommand, &request)) {

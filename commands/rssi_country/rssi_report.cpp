@@ -30,7 +30,7 @@ void EchoText(char (&echo)[100], const char* text, size_t limit) {
   const size_t length = whole < limit ? whole : limit;
   if (length >= sizeof(echo)) EndAfterFatalError();
   memcpy(echo, text, length);
-  echo[length] = '\0';
+  echo[length] = 0;
 }
 
 // With a band keyword each value shows the argument before its own, cut to the length of its own;

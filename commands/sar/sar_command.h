@@ -1,9 +1,10 @@
 // `sar`: the regulatory and power tables that the platform firmware hands to the driver.
 #pragma once
 
+#include "commands/command.h"
 #include "commands/sar/sar_query.h"
 
-int HandleSarCommand(int argc, char** argv);
+CommandHandler HandleSarCommand;
 
 // Finds the generation of the driver's record, by what length it refuses. Prints nothing.
 const SarLayout& DetectSarLayout();

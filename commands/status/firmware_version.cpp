@@ -14,7 +14,7 @@ constexpr uint32_t BluetoothVersionSize = 255;
 }  // namespace
 
 int HandleGetFwVerCommand(int argc, char** /*argv*/) {
-  N9VersionInfo wifi{};
+  N9VersionInfo wifi = {};
   uint8_t bluetooth[BluetoothVersionSize + 1] = {};
   if (argc != 2) {
     ConsolePrintf("Invalid parameters\n");

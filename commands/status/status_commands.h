@@ -3,10 +3,12 @@
 // return 0 on success and 1 on failure.
 #pragma once
 
-int HandleStatCommand(int argc, char** argv);
-int HandleGetWfdCommand(int argc, char** argv);
-int HandleGetUmacCommand(int argc, char** argv);
-int HandleTxHangCounterCommand(int argc, char** argv);
-int HandleGetLpCommand(int argc, char** argv);
-int HandleGetMacAddCommand(int argc, char** argv);
-int HandleGetFwVerCommand(int argc, char** argv);
+#include "commands/command.h"
+
+CommandHandler HandleStatCommand;
+CommandHandler HandleGetWfdCommand;
+CommandHandler HandleGetUmacCommand;
+CommandHandler HandleTxHangCounterCommand;
+CommandHandler HandleGetLpCommand;
+CommandHandler HandleGetMacAddCommand;
+CommandHandler HandleGetFwVerCommand;

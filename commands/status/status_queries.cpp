@@ -103,7 +103,7 @@ int HandleGetUmacCommand(int argc, char** argv) {
 int HandleTxHangCounterCommand(int argc, char** argv) {
   ConsolePrintf("argv[1] = %s\n", argv[1]);
   if (argc != 2) return RefuseArguments();
-  TxHangCounters counters{};
+  TxHangCounters counters = {};
   if (!OidRequest(OidTxHangCounters, &counters)) {
     PrintRequestError();
     return 1;
@@ -121,7 +121,7 @@ int HandleGetLpCommand(int argc, char** argv) {
 }
 
 int HandleGetMacAddCommand(int /*argc*/, char** /*argv*/) {
-  MacAddressReply reply{};
+  MacAddressReply reply = {};
   if (!OidRequest(OidMacAddress, &reply)) {
     PrintRequestError();
     return 1;

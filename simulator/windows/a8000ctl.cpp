@@ -54,7 +54,7 @@ bool Ask(uint32_t code, void* input, uint32_t inputLength, void* output, uint32_
 LoadHeader Header() {
   HMODULE library = GetModuleHandleA("ntdll.dll");
   const bool wine = library != nullptr && GetProcAddress(library, "wine_get_version") != nullptr;
-  return {wine ? 1u : 0u};
+  return {wine ? 1U : 0U};
 }
 
 int Install() {

@@ -9,7 +9,7 @@ constexpr char ControlDevicePath[] = R"(\\.\A8000Control)";
 
 // Device type 0x8000 (a vendor's), read and write access, functions 0x800 and up.
 constexpr uint32_t ControlCode(uint32_t function) {
-  return 0x8000u << 16 | 3u << 14 | function << 2;
+  return 0x8000U << 16 | 3U << 14 | function << 2;
 }
 
 // In: a LoadHeader and the scenario's text. Out: a LoadReply. A scenario that is refused leaves

@@ -91,7 +91,7 @@ OpenTerms TermsOf(const IO_STACK_LOCATION* call) {
   const ACCESS_MASK access = create.SecurityContext->DesiredAccess;
   const bool reads = (access & (FILE_READ_DATA | GENERIC_READ | GENERIC_ALL)) != 0;
   const bool writes = (access & (FILE_WRITE_DATA | GENERIC_WRITE | GENERIC_ALL)) != 0;
-  terms.access = (reads ? 1u : 0u) | (writes ? 2u : 0u);
+  terms.access = (reads ? 1U : 0U) | (writes ? 2U : 0U);
   return terms;
 }
 

@@ -143,7 +143,7 @@ FrontReply QueryStatus(const DriverFront* front, void* buffer, uint32_t outputLe
   if (outputLength < sizeof(SimulatorStatus)) return Refusal(ErrorInsufficientBuffer);
   const Scenario* scenario = front->adapter.scenario;
   const SimulatorStatus status = {
-      front->builtin ? 1u : 0u, scenario->ruleCount, scenario->registerCount,
+      front->builtin ? 1U : 0U, scenario->ruleCount, scenario->registerCount,
       front->requests,          front->opened,       front->trace.lineStart,
       front->trace.lostLines};
   memcpy(buffer, &status, sizeof(status));

@@ -14,7 +14,7 @@ namespace {
 template <typename... Values>
 std::string Format(const char* format, Values... values) {
   char text[512];
-  int length = BoundedPrintf(text, sizeof text, format, values...);
+  int length = BoundedPrintf(text, sizeof(text), format, values...);
   EXPECT_EQ(strlen(text), static_cast<size_t>(length));
   return text;
 }
@@ -30,7 +30,7 @@ TEST(Print, ConvertsAsTheCLibraryDoes) {
                  {"%hd", 70000}, {"100%%%d", 1}};
   for (auto& [format, value] : numbers) {
     char expected[64];
-    snprintf(expected, sizeof expected, format, value);
+    snprintf(expected, sizeof(expected), format, value);
     EXPECT_EQ(Format(format, value), expected) << format;
   }
   EXPECT_EQ(Format("[%20s][%-20s][%2s][%.2s]", "ab", "ab", "abc", "abc"),
@@ -148,9 +148,9 @@ TEST(Text, NamesAndComparisons) {
 
 TEST(Text, ACopyThatDoesNotFitEndsTheProcess) {
   char target[4];
-  CopyText(target, sizeof target, "abc");
+  CopyText(target, sizeof(target), "abc");
   EXPECT_STREQ(target, "abc");
-  EXPECT_EXIT(CopyText(target, sizeof target, "abcd"), testing::ExitedWithCode(3), "^$");
+  EXPECT_EXIT(CopyText(target, sizeof(target), "abcd"), testing::ExitedWithCode(3), "^$");
   std::string longName(ProgramNameSize, 'a');
   char name[ProgramNameSize];
   EXPECT_EXIT(ProgramBaseName(longName.c_str(), name), testing::ExitedWithCode(3), "^$");

@@ -33,18 +33,18 @@ TEST(FixedRate, KnownWords) {
 TEST(FixedRate, EveryRateHasItsOwnWord) {
   std::set<uint32_t> words;
   size_t accepted = 0;
-  for (uint32_t mode = 0; mode < 14; ++mode) {
+  for (uint32_t mode = 0; mode < 14; mode++) {
     const bool he = mode >= 8;
     // Two bits hold the streams of VHT, three those of HE.
     const uint32_t streams = he ? 8 : mode == 4 ? 4 : 1;
-    for (uint32_t rest = 0; rest < 5 * 35 * streams; ++rest) {
+    for (uint32_t rest = 0; rest < 5 * 35 * streams; rest++) {
       const uint32_t bw = rest % 5, mcs = rest / 5 % 35, nss = rest / 5 / 35 + 1;
       uint32_t word = Untouched;
       if (nicSetFixedRateData({mode, bw, mcs, nss, 0, 0, 0, 0, 0, 0, 0, 0}, &word) != 1) {
         EXPECT_EQ(word, Untouched);
         continue;
       }
-      ++accepted;
+      accepted++;
       words.insert(word);
       EXPECT_EQ(word & 0x83780000, 0x80000000);  // fixed and reserved bits
       EXPECT_EQ((word >> 23 & 1) != 0, he);
@@ -52,7 +52,7 @@ TEST(FixedRate, EveryRateHasItsOwnWord) {
       EXPECT_TRUE(streams == 1 || (he ? word >> 12 & 7 : word >> 9 & 3) == nss - 1);
     }
   }
-  EXPECT_EQ(accepted, 4u * (4 + 8 + 33 + 33 + 4 * 10 + 2 + 4 * 8 * 12));
+  EXPECT_EQ(accepted, 4U * (4 + 8 + 33 + 33 + 4 * 10 + 2 + 4 * 8 * 12));
   EXPECT_EQ(words.size(), accepted);
 }
 
@@ -78,7 +78,7 @@ TEST(FixedRate, WhatIsWrong) {
   }
   const char* names[] = {"CCK", "OFDM", "MM",    "GF",    "VHT",     "PLR",
                          "N/A", "N/A",  "HE_SU", "HE_ER", "HE_TRIG", "HE_MU"};
-  for (uint32_t mode = 0; mode < 12; ++mode) {
+  for (uint32_t mode = 0; mode < 12; mode++) {
     testing::internal::CaptureStdout();
     EXPECT_EQ(nicSetFixedRateData({mode, 0, 33, 1, 0, 0, 0, 0, 0, 0, 0, 0}, &word), 0);
     ConsoleFlush();
@@ -91,8 +91,8 @@ TEST(FixedRate, HeTrainingFieldAndGuardInterval) {
   // For each pair of LTF (0 to 3) and GI (0 to 3) the HE modes 8, 9, 10, 11 that allow it.
   const char* allowed[] = {"yy--", "--y-", "----", "----", "yy-y", "yyyy", "----", "----",
                            "yy-y", "----", "yyyy", "----", "----", "----", "----", "----"};
-  for (uint32_t pair = 0; pair < 16; ++pair) {
-    for (uint32_t mode = 0; mode < 14; ++mode) {
+  for (uint32_t pair = 0; pair < 16; pair++) {
+    for (uint32_t mode = 0; mode < 14; mode++) {
       const bool expected = mode < 8 || (mode < 12 && allowed[pair][mode - 8] == 'y');
       const FixedRateParam param = {mode, 0, 0, 1, pair % 4, 0, 0, 0, 0, pair / 4, 0, 0};
       EXPECT_EQ(nicRateHeLtfCheckGi(param) == 1, expected) << mode << " " << pair;

@@ -4,9 +4,9 @@
 #include "app/console/print.h"
 #include "app/console/scan.h"
 #include "channel/driver_channel.h"
-#include "commands/internal/handler_helpers.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/internal_oid.h"
+#include "commands/refusals.h"
 
 namespace {
 
@@ -37,5 +37,5 @@ int HandleSetApsdCommand(int argc, char** argv) {
   if (maxSpLength < 4) packed |= maxSpLength << MaxSpLengthBit;
   auto apsdParam = static_cast<uint8_t>(packed);
   ConsolePrintf("ApsdParam : %d \n", apsdParam);
-  return OidRequest(OidSetApsd, &apsdParam) ? 1 : RequestRefused();
+  return OidRequest(OidSetApsd, &apsdParam) ? 1 : RequestRefused(0);
 }

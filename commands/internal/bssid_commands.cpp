@@ -4,10 +4,10 @@
 #include "app/console/print.h"
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
-#include "commands/internal/handler_helpers.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/internal_oid.h"
 #include "commands/internal/mac_argument.h"
+#include "commands/refusals.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ int SetBssid(uint32_t oid, int argc, char** argv) {
   if (!ParseMacAddress(argv[3], bssid)) return InvalidParameters(0);
   ConsolePrintf("bssid = %02X:%02X:%02X:%02X:%02X:%02X\n", bssid[0], bssid[1], bssid[2], bssid[3],
                 bssid[4], bssid[5]);
-  return OidRequest(oid, bssid, sizeof(bssid)) ? 1 : RequestRefused();
+  return OidRequest(oid, bssid, sizeof(bssid)) ? 1 : RequestRefused(0);
 }
 
 }  // namespace

@@ -5,10 +5,10 @@
 #include "app/console/print.h"
 #include "app/console/scan.h"
 #include "channel/driver_channel.h"
-#include "commands/internal/handler_helpers.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/internal_oid.h"
 #include "commands/internal/mac_argument.h"
+#include "commands/refusals.h"
 
 namespace {
 
@@ -73,5 +73,5 @@ int HandleChanPrefCfgCommand(int argc, char** argv) {
   ScanArgument(argv[2], "%2hhd", &param.CmdId);
   ConsolePrintf("CmdId : %d \n", param.CmdId);
   if (!FillCommand(argc, argv, &param)) return InvalidParameters(0);
-  return OidRequest(OidChanPref, &param) ? 1 : RequestRefused();
+  return OidRequest(OidChanPref, &param) ? 1 : RequestRefused(0);
 }

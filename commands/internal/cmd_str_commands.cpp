@@ -4,9 +4,9 @@
 
 #include "app/console/print.h"
 #include "channel/driver_channel.h"
-#include "commands/internal/handler_helpers.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/internal_oid.h"
+#include "commands/refusals.h"
 
 namespace {
 
@@ -60,14 +60,14 @@ bool SendCmdString(uint32_t oid, int argc, char** argv, CmdStringParam* param) {
 int HandleSetCmdStrCommand(int argc, char** argv) {
   if (argc <= 2) return InvalidParameters(0);
   CmdStringParam param = {};
-  return SendCmdString(OidSetCmdStr, argc, argv, &param) ? 1 : RequestRefused();
+  return SendCmdString(OidSetCmdStr, argc, argv, &param) ? 1 : RequestRefused(0);
 }
 
 int HandleGetCmdStrCommand(int argc, char** argv) {
   if (argc <= 2) return InvalidParameters(0);
   CmdStringParam param = {};
   param.requestType = QueryType;
-  if (!SendCmdString(OidGetCmdStr, argc, argv, &param)) return RequestRefused();
+  if (!SendCmdString(OidGetCmdStr, argc, argv, &param)) return RequestRefused(0);
   if (param.responseType == QueryType) {
     ConsolePrintf("%.*s", static_cast<int>(TextSize), param.text);
   }

@@ -3,9 +3,9 @@
 #include "app/console/print.h"
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
-#include "channel/request_errors.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/internal_oid.h"
+#include "commands/refusals.h"
 
 namespace {
 
@@ -114,16 +114,10 @@ void FormatCoexInfo(const CoexInfo& info) {
 }
 
 int HandleCoexInfoCommand(int argc, char** argv) {
-  if (argc != 3 || !EqualsIgnoreCase(argv[2], "0x81")) {
-    ConsolePrintf("Invalid parameters\n");
-    return 0;
-  }
+  if (argc != 3 || !EqualsIgnoreCase(argv[2], "0x81")) return InvalidParameters(0);
   CoexInfo info = {};
   info.selector = CoexInfoSelector;
-  if (!OidRequest(OidCoexInfo, &info)) {
-    PrintRequestError();
-    return 0;
-  }
+  if (!OidRequest(OidCoexInfo, &info)) return RequestRefused(0);
   FormatCoexInfo(info);
   return 1;
 }

@@ -5,9 +5,9 @@
 #include "app/console/print.h"
 #include "app/console/scan.h"
 #include "channel/driver_channel.h"
-#include "commands/internal/handler_helpers.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/internal_oid.h"
+#include "commands/refusals.h"
 
 namespace {
 
@@ -66,7 +66,7 @@ int HandleEfuseCommand(int argc, char** argv) {
   param.aucData[index] = static_cast<uint8_t>(value);
   ConsolePrintf("ucOpMode = %d, Efuse_addr = 0x%x, Efuse_value = 0x%x, aucData[%d] = 0x%x\n", mode,
                 address, value, index, param.aucData[index]);
-  if (!OidRequest(OidEfuse, &param)) return RequestRefused();
+  if (!OidRequest(OidEfuse, &param)) return RequestRefused(0);
   if (mode == EfuseRead) {
     ConsolePrintf("Read success 0x%x = 0x%x\n", address, param.aucData[index]);
   } else if (mode == EfuseWrite) {

@@ -1,4 +1,5 @@
 // The handlers of the engineering edition's commands that are no plain rows (internal_row.h).
+// They return 1 for a request that the driver took and 0 for one that it refused.
 #pragma once
 
 #include "commands/command.h"

@@ -8,9 +8,9 @@
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/request_errors.h"
-#include "commands/internal/handler_helpers.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/internal_oid.h"
+#include "commands/refusals.h"
 
 namespace {
 
@@ -126,7 +126,7 @@ int SetPowerSave(uint32_t oid, uint8_t limit, int argc, char** argv) {
   ScanArgument(argv[2], "%2hhd", &mode);
   ConsolePrintf("PWRSAVE = %d\n", mode);
   if (mode >= limit) mode = 0;
-  return OidRequest(oid, &mode) ? 1 : RequestRefused();
+  return OidRequest(oid, &mode) ? 1 : RequestRefused(0);
 }
 
 }  // namespace
@@ -152,7 +152,7 @@ int HandleGetCsCommand(int argc, char** argv) {
   if (!EqualsIgnoreCase(argv[1], "get_cs")) return 1;
   ConfigSpaceParam param = {};
   ScanArgument(argv[2], "0x%08x", &param.offset);
-  if (!OidRequest(OidReadConfigSpace, &param)) return RequestRefused();
+  if (!OidRequest(OidReadConfigSpace, &param)) return RequestRefused(0);
   ConsolePrintf("PCIe Configuration Space Read Offset 0x%x = 0x%08x\n", param.offset, param.value);
   return 1;
 }
@@ -166,12 +166,12 @@ int HandleSetCsCommand(int argc, char** argv) {
   ConfigSpaceParam param = {};
   ScanArgument(argv[2], "0x%08x", &param.offset);
   ScanArgument(argv[3], "0x%08x", &param.value);
-  if (!OidRequest(OidWriteConfigSpace, &param)) return RequestRefused();
+  if (!OidRequest(OidWriteConfigSpace, &param)) return RequestRefused(0);
   ConsolePrintf("PCIe Configuration Space Write Offset 0x%08x = 0x%08x\n", param.offset,
                 param.value);
   // The value is read back into the same record, at the offset that the driver confirmed.
   param.value = 0;
-  if (!OidRequest(OidReadConfigSpace, &param)) return RequestRefused();
+  if (!OidRequest(OidReadConfigSpace, &param)) return RequestRefused(0);
   ConsolePrintf("PCIe Configuration Space Read Offset 0x%08x = 0x%08x\n", param.offset,
                 param.value);
   return 1;
@@ -181,7 +181,7 @@ int HandleGetSrCapCommand(int argc, char** argv) {
   ConsolePrintf("argv[1] = %s\n", argv[1]);
   if (argc != 2) return InvalidParameters(0);
   SpatialReuseCap cap = {};
-  if (!OidRequest(OidSpatialReuseCap, &cap)) return RequestRefused();
+  if (!OidRequest(OidSpatialReuseCap, &cap)) return RequestRefused(0);
   ConsolePrintf("========== SR CAP ==========\n");
   ConsolePrintf("fgSrEn = %d fgSrgEn = %d\n", cap.fgSrEn, cap.fgSrgEn);
   ConsolePrintf("fgNonSrgEn = %d fgSingleMdpuRtsctsEn = %d\n", cap.fgNonSrgEn,
@@ -201,7 +201,7 @@ int HandleGetSrIndCommand(int argc, char** argv) {
   ConsolePrintf("argv[1] = %s\n", argv[1]);
   if (argc != 2) return InvalidParameters(0);
   SpatialReuseInd ind = {};
-  if (!OidRequest(OidSpatialReuseInd, &ind)) return RequestRefused();
+  if (!OidRequest(OidSpatialReuseInd, &ind)) return RequestRefused(0);
   ConsolePrintf("======== SR INDICATOR ========\n");
   ConsolePrintf("NonSrgInterPpduRcpi = %x SrgInterPpduRcpi = %x\n", ind.NonSrgInterPpduRcpi,
                 ind.SrgInterPpduRcpi);
@@ -227,7 +227,7 @@ int Handle6gListenCommand(int argc, char** argv) {
     ConsolePrintf("Invalid parameter : Enable %d", param.enable);
     return 0;
   }
-  return OidRequest(Oid6gListen, &param) ? 1 : RequestRefused();
+  return OidRequest(Oid6gListen, &param) ? 1 : RequestRefused(0);
 }
 
 int HandleAxBasizeCommand(int argc, char** argv) {
@@ -241,7 +241,7 @@ int HandleAxBasizeCommand(int argc, char** argv) {
     return 1;
   }
   ConsolePrintf("u2TxHeBaSize = %d, u2RxHeBaSize = %d\n", param.u2TxHeBaSize, param.u2RxHeBaSize);
-  return OidRequest(OidAxBaSize, &param) ? 1 : RequestRefused();
+  return OidRequest(OidAxBaSize, &param) ? 1 : RequestRefused(0);
 }
 
 int HandleFwLogCommand(int argc, char** argv) {
@@ -252,7 +252,7 @@ int HandleFwLogCommand(int argc, char** argv) {
   if (control != 0 || param.target < 1 || param.target > 2) return InvalidParameters(0);
   ConsolePrintf("Configure FW log output\n");
   ConsolePrintf(param.target == 1 ? "FW log output to UART\n" : "FW log output to HOST\n");
-  return OidRequest(OidFwLog, &param) ? 1 : RequestRefused();
+  return OidRequest(OidFwLog, &param) ? 1 : RequestRefused(0);
 }
 
 int HandlePwrsaveModeCommand(int argc, char** argv) {
@@ -268,7 +268,7 @@ int HandleSetUsbSpeedCommand(int argc, char** argv) {
   int speed = ArgumentNumber(argv[2]);
   UsbSpeedParam param = {};
   param.speed = static_cast<uint8_t>(speed);
-  if (!OidRequest(OidSetUsbSpeed, &param)) return RequestRefused();
+  if (!OidRequest(OidSetUsbSpeed, &param)) return RequestRefused(0);
   ConsolePrintf("Configure USB Speed %d\n", speed);
   return 1;
 }
@@ -277,7 +277,7 @@ int HandleGetDfsStateCommand(int argc, char** argv) {
   ConsolePrintf("argv[0] = %s argv[1] = %s", argv[0], argv[1]);
   if (argc != 2) return InvalidParameters(0);
   uint8_t state = 0;
-  if (!OidRequest(OidDfsState, &state)) return RequestRefused();
+  if (!OidRequest(OidDfsState, &state)) return RequestRefused(0);
   ConsolePrintf("\nDFS State: \"%s\"", state < DfsStateCount ? DfsStates[state] : "");
   return 1;
 }

@@ -5,8 +5,8 @@
 #include "channel/driver_channel.h"
 #include "channel/little_endian.h"
 #include "channel/request_errors.h"
-#include "commands/internal/handler_helpers.h"
 #include "commands/internal/value_names.h"
+#include "commands/refusals.h"
 
 namespace {
 
@@ -16,6 +16,11 @@ struct Run {
   char** argv;
   alignas(uint64_t) uint8_t payload[LongestRowPayload];
 };
+
+// The argument as typed, an empty text where the command line ends before it.
+const char* ArgumentText(int argc, char** argv, int index) {
+  return index < argc ? argv[index] : "";
+}
 
 // An argument that is missing or does not convert leaves its field zero.
 void ConvertArguments(const InternalRow& row, Run* run) {

@@ -2,8 +2,8 @@
 #include "app/console/print.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
-#include "commands/internal/handler_helpers.h"
 #include "commands/internal/internal_commands.h"
+#include "commands/refusals.h"
 #include "commands/status/firmware_version.h"
 
 namespace {
@@ -20,7 +20,7 @@ void PrintPatch(const char (&platform)[PlatformSize], const char (&date)[DateSiz
 int HandleGetN9VerCommand(int argc, char** /*argv*/) {
   if (argc != 2) return InvalidParameters(1);
   N9VersionInfo info = {};
-  if (!OidRequest(OidFirmwareVersion, &info)) return RequestRefused();
+  if (!OidRequest(OidFirmwareVersion, &info)) return RequestRefused(0);
   ConsolePrintf("N9 FW Version\n");
   ConsolePrintf("Tailer Ver[%u:%u] %.*s (%.*s) info %u:E%u\n", info.ucTailerMajor,
                 info.ucTailerMinor, static_cast<int>(sizeof(info.aucPlatform)), info.aucPlatform,

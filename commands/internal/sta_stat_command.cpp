@@ -5,7 +5,6 @@
 #include "app/console/print.h"
 #include "channel/driver_channel.h"
 #include "channel/request_errors.h"
-#include "commands/internal/handler_helpers.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/internal_oid.h"
 #include "commands/internal/value_names.h"

@@ -5,9 +5,9 @@
 #include "app/console/print.h"
 #include "app/console/scan.h"
 #include "channel/driver_channel.h"
-#include "commands/internal/handler_helpers.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/internal_oid.h"
+#include "commands/refusals.h"
 
 namespace {
 
@@ -63,5 +63,5 @@ int HandleTwtSetupCommand(int argc, char** argv) {
   }
   ScanArgument(argv[2 + ArgumentCount], "%hd", &param.u2WakeIntvalMantiss);
   ConsolePrintf("u2WakeIntvalMantiss : %d \n", param.u2WakeIntvalMantiss);
-  return OidRequest(OidTwtSetup, &param) ? 1 : RequestRefused();
+  return OidRequest(OidTwtSetup, &param) ? 1 : RequestRefused(0);
 }

@@ -7,9 +7,9 @@
 #include "app/console/scan.h"
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
-#include "commands/internal/handler_helpers.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/internal_oid.h"
+#include "commands/refusals.h"
 
 namespace {
 
@@ -70,7 +70,7 @@ bool RequestProfileText(TxBfProfileReadParam* param, char* text) {
 int ShowProfile(int argc, char** argv, char* text) {
   TxBfProfileReadParam param = {};
   if (argc != 4 || !FillRequest(argv[2], argv[3], &param)) return InvalidParameters(0);
-  if (!RequestProfileText(&param, text)) return RequestRefused();
+  if (!RequestProfileText(&param, text)) return RequestRefused(0);
   ConsolePrintf("%.*s\n", static_cast<int>(TextAreaSize), text);
   return 1;
 }

@@ -9,6 +9,7 @@
 #include "channel/oid.h"
 #include "channel/request_errors.h"
 #include "commands/maintenance/maintenance_commands.h"
+#include "commands/refusals.h"
 
 namespace {
 
@@ -27,10 +28,7 @@ static_assert(offsetof(RegistryParam, name) == 4);
 
 int HandleSetRegCommand(int argc, char** argv) {
   RegistryParam param = {};
-  if (argc != 4) {
-    ConsolePrintf("Invalid parameters\n");
-    return 1;
-  }
+  if (argc != 4) return InvalidParameters(1);
   CopyText(param.name, sizeof(param.name), argv[2]);
   // A value without its 0x stays 0 and is sent all the same; the driver judges it.
   ScanArgument(argv[3], "0x%x", &param.value);
@@ -46,10 +44,7 @@ int HandleSetRegCommand(int argc, char** argv) {
 
 int HandleGetRegCommand(int argc, char** argv) {
   RegistryParam param = {};
-  if (argc != 3) {
-    ConsolePrintf("Invalid parameters\n");
-    return 1;
-  }
+  if (argc != 3) return InvalidParameters(1);
   // Only the first word is the name; one that does not fit leaves the name empty.
   ScanArgument(argv[2], "%s", param.name, RegistryNameSize);
   ConsolePrintf("Get Reg name: %s\n", argv[2]);

@@ -4,8 +4,8 @@
 #include "app/console/scan.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
-#include "channel/request_errors.h"
 #include "commands/radio/radio_commands.h"
+#include "commands/refusals.h"
 
 namespace {
 
@@ -50,10 +50,7 @@ void PrintRequest(const IcsRequest& request) {
 }  // namespace
 
 int HandleIcsCommand(int argc, char** argv) {
-  if (argc != 3) {
-    ConsolePrintf("Error: Parameters are not correct!!\n");
-    return 1;
-  }
+  if (argc != 3) return IncorrectParameters();
   IcsRequest request = {};
   const int count = ScanRequest(argv[2], &request);
   PrintRequest(request);
@@ -73,9 +70,6 @@ int HandleIcsCommand(int argc, char** argv) {
     ConsolePrintf("SNIFFER CMD: Number of PARAMETERS is WRONG\n");
     return 1;
   }
-  if (!OidRequest(OidIcs, &request)) {
-    PrintRequestError();
-    return 1;
-  }
+  if (!OidRequest(OidIcs, &request)) return RequestRefused(1);
   return 0;
 }

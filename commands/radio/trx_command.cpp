@@ -4,6 +4,7 @@
 #include "channel/oid.h"
 #include "channel/request_errors.h"
 #include "commands/radio/radio_commands.h"
+#include "commands/refusals.h"
 
 namespace {
 
@@ -30,10 +31,7 @@ bool ReadMode(int argc, char** argv, TRxModeRequest* request) {
 
 int HandleTRxCommand(int argc, char** argv) {
   TRxModeRequest request = {};
-  if (!ReadMode(argc, argv, &request)) {
-    ConsolePrintf("Error: Parameters are not correct!!\n");
-    return 1;
-  }
+  if (!ReadMode(argc, argv, &request)) return IncorrectParameters();
   if (!OidRequest(OidTRxMode, &request)) {
     PrintDriverErrorAdvice(GetLastError());
     return 1;

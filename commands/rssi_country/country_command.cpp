@@ -6,7 +6,7 @@
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
-#include "channel/request_errors.h"
+#include "commands/refusals.h"
 #include "commands/rssi_country/rssi_country_commands.h"
 
 namespace {
@@ -44,11 +44,6 @@ bool Send(uint32_t subcommand, CountryPowerRequest* request) {
   return OidRequest(OidCountryPower, request);
 }
 
-int PrintFailure() {
-  PrintRequestError();
-  return 1;
-}
-
 // Prints the record's country between two texts.
 void PrintCountry(const char* before, const CountryPowerRequest& request, const char* after) {
   const uint8_t* country = request.aucCountry;
@@ -58,7 +53,7 @@ void PrintCountry(const char* before, const CountryPowerRequest& request, const 
 
 int ShowCountry() {
   CountryPowerRequest request = {};
-  if (!Send(SubcommandNow, &request)) return PrintFailure();
+  if (!Send(SubcommandNow, &request)) return RequestRefused(1);
   PrintCountry("", request, "");
   return 0;
 }
@@ -69,7 +64,7 @@ int SetPowerTable(uint32_t subcommand, const char* country, const char* done) {
     request.aucCountry[i] = static_cast<uint8_t>(country[i]);
   }
   if (!Send(subcommand, &request)) {
-    if (GetLastError() != ErrorAccessDenied) return PrintFailure();
+    if (GetLastError() != ErrorAccessDenied) return RequestRefused(1);
     ConsolePrintf("SmartCountryDecisionEn is disabled");
     return 1;
   }
@@ -85,7 +80,7 @@ uint8_t TestMode(const char* text) {
 int SetPowerTestMode(const char* mode) {
   CountryPowerRequest request = {};
   request.ucPowerTestMode = TestMode(mode);
-  if (!Send(SubcommandSetPowerTestMode, &request)) return PrintFailure();
+  if (!Send(SubcommandSetPowerTestMode, &request)) return RequestRefused(1);
   ConsolePrintf("POWER_TEST_MODE %s\n", request.ucPowerTestMode != 0 ? "ON" : "OFF");
   return 0;
 }
@@ -93,7 +88,7 @@ int SetPowerTestMode(const char* mode) {
 int Set6GTestMode(const char* mode) {
   CountryPowerRequest request = {};
   request.uc6GTestMode = TestMode(mode);
-  if (!Send(SubcommandSet6GTestMode, &request)) return PrintFailure();
+  if (!Send(SubcommandSet6GTestMode, &request)) return RequestRefused(1);
   ConsolePrintf("6G_TEST_MODE %s\n", request.uc6GTestMode != 0 ? "ON" : "OFF");
   return 0;
 }
@@ -102,10 +97,10 @@ int Set6GTestMode(const char* mode) {
 // with the second question; so does its channel when the argument is no number.
 int ShowPowerTable(const char* rate, const char* channel) {
   CountryPowerRequest request = {};
-  if (!Send(SubcommandNow, &request)) return PrintFailure();
+  if (!Send(SubcommandNow, &request)) return RequestRefused(1);
   ScanArgument(channel, "%d", &request.i4Channel);
   CopyText(request.acRate, sizeof(request.acRate), rate);
-  if (!Send(SubcommandGetPowerTable, &request)) return PrintFailure();
+  if (!Send(SubcommandGetPowerTable, &request)) return RequestRefused(1);
   PrintCountry("", request, " power table");
   ConsolePrintf("The unit of each TxPower value is 0.5dBm\n");
   ConsolePrintf("%.200s\n", request.acRate);
@@ -130,6 +125,5 @@ int HandleCountryCommand(int argc, char** argv) {
   if (argc == 5 && EqualsIgnoreCase(argv[2], "get_pwr_tbl")) {
     return ShowPowerTable(argv[3], argv[4]);
   }
-  ConsolePrintf("Error: Parameters are not correct!!\n");
-  return 1;
+  return IncorrectParameters();
 }

@@ -3,15 +3,11 @@
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
 #include "channel/request_errors.h"
+#include "commands/refusals.h"
 #include "commands/rssi_country/rssi_check.h"
 #include "commands/rssi_country/rssi_country_commands.h"
 
 namespace {
-
-int PrintParameterError() {
-  ConsolePrintf("Error: Parameters are not correct!!\n");
-  return 1;
-}
 
 bool JudgeAntenna(const char* name, const int8_t (&readings)[RssiReadingCount],
                   int negatedThreshold) {
@@ -27,7 +23,7 @@ bool JudgeAntenna(const char* name, const int8_t (&readings)[RssiReadingCount],
 }  // namespace
 
 int HandleRfCommand(int argc, char** argv) {
-  if ((argc != 5 && argc != 6) || !EqualsIgnoreCase(argv[2], "rssi")) return PrintParameterError();
+  if ((argc != 5 && argc != 6) || !EqualsIgnoreCase(argv[2], "rssi")) return IncorrectParameters();
 
   const char* ssid = argv[argc - 2];
   int threshold = 0;
@@ -36,7 +32,7 @@ int HandleRfCommand(int argc, char** argv) {
     return 1;
   }
   RssiCheckRequest request = {};
-  if (argc == 6 && !RssiBandFromKeyword(argv[3], &request.ucBand)) return PrintParameterError();
+  if (argc == 6 && !RssiBandFromKeyword(argv[3], &request.ucBand)) return IncorrectParameters();
   CopyText(request.acSsid, sizeof(request.acSsid), ssid);
 
   ConsolePrintf("Channel Scanning, %s......\n", ssid);

@@ -1,9 +1,9 @@
 #include "commands/sar/sar_command.h"
 
-#include "app/console/print.h"
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
+#include "commands/refusals.h"
 #include "commands/sar/sar_views.h"
 
 namespace {
@@ -51,8 +51,7 @@ int RunSarSubcommand(const SarLayout& layout, int argc, char** argv) {
       }
     }
   }
-  ConsolePrintf("Error: Parameters are not correct!!\n");
-  return 1;
+  return IncorrectParameters();
 }
 
 int HandleSarCommand(int argc, char** argv) {

@@ -3,7 +3,7 @@
 #include "app/console/print.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
-#include "channel/request_errors.h"
+#include "commands/refusals.h"
 #include "commands/status/status_commands.h"
 
 namespace {
@@ -16,20 +16,11 @@ constexpr uint32_t BluetoothVersionSize = 255;
 int HandleGetFwVerCommand(int argc, char** /*argv*/) {
   N9VersionInfo wifi = {};
   uint8_t bluetooth[BluetoothVersionSize + 1] = {};
-  if (argc != 2) {
-    ConsolePrintf("Invalid parameters\n");
-    return 1;
-  }
-  if (!OidRequest(OidFirmwareVersion, &wifi)) {
-    PrintRequestError();
-    return 0;
-  }
+  if (argc != 2) return InvalidParameters(1);
+  if (!OidRequest(OidFirmwareVersion, &wifi)) return RequestRefused(0);
   ConsolePrintf("Wifi/BT FW Version\n");
   ConsolePrintf("FW Version (WIFI) = %.*s \n", N9VersionTextLimit, N9VersionText(wifi));
-  if (!OidRequest(OidBluetoothVersion, bluetooth, BluetoothVersionSize)) {
-    PrintRequestError();
-    return 0;
-  }
+  if (!OidRequest(OidBluetoothVersion, bluetooth, BluetoothVersionSize)) return RequestRefused(0);
   // The odd byte is half a character: the text ends before it. %S reads bytes in pairs, whatever
   // the platform's own wide character is.
   bluetooth[BluetoothVersionSize - 1] = 0;

@@ -7,6 +7,7 @@
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
 #include "channel/request_errors.h"
+#include "commands/refusals.h"
 #include "commands/status/status_commands.h"
 
 namespace {
@@ -59,16 +60,11 @@ bool SendEmptyRequest(uint32_t oid) {
   return false;
 }
 
-int RefuseArguments() {
-  ConsolePrintf("Invalid parameters\n");
-  return 1;
-}
-
 }  // namespace
 
 int HandleStatCommand(int argc, char** argv) {
   bool reset = argc == 3 && EqualsIgnoreCase(argv[2], "resetcounter");
-  if (argc != 2 && !reset) return RefuseArguments();
+  if (argc != 2 && !reset) return InvalidParameters(1);
   char* text = AllocateText(StatisticsTextSize);
   if (text == nullptr) return 0;
   bool done =
@@ -78,7 +74,7 @@ int HandleStatCommand(int argc, char** argv) {
 }
 
 int HandleGetWfdCommand(int argc, char** /*argv*/) {
-  if (argc != 2) return RefuseArguments();
+  if (argc != 2) return InvalidParameters(1);
   char* text = AllocateText(WfdTextSize);
   if (text == nullptr) return 0;
   bool done = PrintTextReply(OidWfdText, text, WfdTextSize);
@@ -92,7 +88,7 @@ int HandleGetUmacCommand(int argc, char** argv) {
   if (text == nullptr) return 1;
   int result = 1;
   if (argc != 2) {
-    RefuseArguments();
+    result = InvalidParameters(1);
   } else if (SendEmptyRequest(OidUmacDump) && PrintTextReply(OidUmacText, text, UmacTextSize)) {
     result = 0;
   }
@@ -102,12 +98,9 @@ int HandleGetUmacCommand(int argc, char** argv) {
 
 int HandleTxHangCounterCommand(int argc, char** argv) {
   ConsolePrintf("argv[1] = %s\n", argv[1]);
-  if (argc != 2) return RefuseArguments();
+  if (argc != 2) return InvalidParameters(1);
   TxHangCounters counters = {};
-  if (!OidRequest(OidTxHangCounters, &counters)) {
-    PrintRequestError();
-    return 1;
-  }
+  if (!OidRequest(OidTxHangCounters, &counters)) return RequestRefused(1);
   ConsolePrintf("L1SerCounter = %d, rTxHangCounter = %d\n", counters.L1SerCounter,
                 counters.rTxHangCounter);
   return 0;
@@ -116,16 +109,13 @@ int HandleTxHangCounterCommand(int argc, char** argv) {
 int HandleGetLpCommand(int argc, char** argv) {
   ConsolePrintf("argv[1] = %s\n", argv[1]);
   ConsolePrintf("The infomation will dump with kernel logs in Debugview.\n");
-  if (argc != 2) return RefuseArguments();
+  if (argc != 2) return InvalidParameters(1);
   return SendEmptyRequest(OidLowPowerInfo) ? 0 : 1;
 }
 
 int HandleGetMacAddCommand(int /*argc*/, char** /*argv*/) {
   MacAddressReply reply = {};
-  if (!OidRequest(OidMacAddress, &reply)) {
-    PrintRequestError();
-    return 1;
-  }
+  if (!OidRequest(OidMacAddress, &reply)) return RequestRefused(1);
   const uint8_t* mac = reply.address;
   ConsolePrintf("MAC Address: %.2X-%.2X-%.2X-%.2X-%.2X-%.2X\n", mac[0], mac[1], mac[2], mac[3],
                 mac[4], mac[5]);

@@ -10,14 +10,6 @@ bool IsBlank(char character) {
   return character == ' ' || (character >= '\t' && character <= '\r');
 }
 
-// The value of a digit, 16 where the character is none.
-unsigned DigitValue(char character) {
-  if (character >= '0' && character <= '9') return static_cast<unsigned>(character - '0');
-  if (character >= 'a' && character <= 'f') return static_cast<unsigned>(character - 'a' + 10);
-  if (character >= 'A' && character <= 'F') return static_cast<unsigned>(character - 'A' + 10);
-  return 16;
-}
-
 const char* SkipBlanks(const char* text) {
   while (IsBlank(*text)) text++;
   return text;
@@ -114,6 +106,13 @@ bool ReadWord(const char** text, const Field& field, char* target, size_t size) 
 }
 
 }  // namespace
+
+unsigned DigitValue(char character) {
+  if (character >= '0' && character <= '9') return static_cast<unsigned>(character - '0');
+  if (character >= 'a' && character <= 'f') return static_cast<unsigned>(character - 'a' + 10);
+  if (character >= 'A' && character <= 'F') return static_cast<unsigned>(character - 'A' + 10);
+  return 16;
+}
 
 int ScanArgument(const char* text, const char* format, ...) {
   va_list targets;

@@ -1,7 +1,6 @@
 // `set_bssid` and `set_bssid2`.
 #include <cstdint>
 
-#include "app/console/print.h"
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "commands/internal/internal_commands.h"
@@ -15,8 +14,7 @@ int SetBssid(uint32_t oid, int argc, char** argv) {
   if (argc != 4 || !EqualsIgnoreCase(argv[2], "bssid")) return InvalidParameters(0);
   uint8_t bssid[6] = {};
   if (!ParseMacAddress(argv[3], bssid)) return InvalidParameters(0);
-  ConsolePrintf("bssid = %02X:%02X:%02X:%02X:%02X:%02X\n", bssid[0], bssid[1], bssid[2], bssid[3],
-                bssid[4], bssid[5]);
+  PrintMacAddress("bssid", bssid);
   return OidRequest(oid, bssid, sizeof(bssid)) ? 1 : RequestRefused(0);
 }
 

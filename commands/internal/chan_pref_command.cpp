@@ -42,10 +42,8 @@ bool FillPreference(char** argv, ChanPrefParam* param) {
 }
 
 bool FillAddress(const char* text, const char* name, ChanPrefParam* param) {
-  uint8_t(&address)[6] = param->address;
-  if (!ParseMacAddress(text, address)) return false;
-  ConsolePrintf("%s = %02X:%02X:%02X:%02X:%02X:%02X\n", name, address[0], address[1], address[2],
-                address[3], address[4], address[5]);
+  if (!ParseMacAddress(text, param->address)) return false;
+  PrintMacAddress(name, param->address);
   return true;
 }
 

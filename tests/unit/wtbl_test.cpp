@@ -8,7 +8,7 @@
 
 #include "app/console/print.h"
 #include "commands/internal/lmac_wtbl_fields.h"
-#include "commands/internal/umac_wtbl.h"
+#include "commands/internal/umac_wtbl_fields.h"
 
 namespace {
 

@@ -1,3 +1,4 @@
+// `wtbl`: one entry of the wireless table, raw and decoded.
 #include <cstddef>
 #include <cstdint>
 
@@ -6,7 +7,7 @@
 #include "channel/request_errors.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/lmac_wtbl_fields.h"
-#include "commands/internal/umac_wtbl.h"
+#include "commands/internal/umac_wtbl_fields.h"
 #include "commands/maintenance/register_access.h"
 
 namespace {

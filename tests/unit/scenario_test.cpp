@@ -52,7 +52,7 @@ TEST(ScenarioParser, RefusesWithLineAndReason) {
       {"value expected", {"register 1"}},
       {"number is too large",
        {"register 0x100000000 1", "5 ok 0:u8=256", "5 ok 0:u8=-129",
-        "5 ok 0:u64=18446744073709551616", "4294967296 ok"}},
+        "5 ok 0:u64=18446744073709551616", "4294967296 ok", "5 ok 4294967296:00"}},
       {"unknown word", {"5 OK", "5 0:01 ok", "5 ok len=1"}},
       {"given twice",
        {"5 len=1 len=1 ok", "5 ok times=1 times=1", "5 ok returned=1 0:01 returned=1"}},

@@ -221,8 +221,12 @@ class WineHost:
         environment = {**os.environ, **run.environment}
         zone = environment.get("TZ", "")
         environment["TZ"] = self.zones.get(zone, zone)
-        done = subprocess.run([self.wine, *program, *run.words], cwd=work, env=environment,
-                              capture_output=True, stdin=subprocess.DEVNULL)
+        for _ in range(5):
+            done = subprocess.run([self.wine, *program, *run.words], cwd=work, env=environment,
+                                  capture_output=True, stdin=subprocess.DEVNULL)
+            # Of a thousand programs Wine fails to start one or two; one that runs prints something.
+            if done.stdout or done.stderr:
+                break
         self.ask(f"trace {trace}")
         return done.stdout, done.stderr, done.returncode, open(trace, "rb").read()
 

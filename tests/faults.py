@@ -111,6 +111,11 @@ class Faults(unittest.TestCase):
             if "A8000_TRACE" not in variables:
                 self.assertEqual(self.trace(), "open error=13\n")
 
+    def test_empty_variables(self):
+        code, output, errors = self.run_tool(
+            ["get_mac_Add"], variables={"A8000_SCENARIO": "", "A8000_TRACE": ""})
+        self.assertEqual((code, errors, os.listdir(self.folder)), (0, b"", []))
+
     def test_killed_between_requests(self):
         """Every request of which something was printed is in the trace, as a whole line."""
         read_end, write_end = os.pipe()

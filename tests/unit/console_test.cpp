@@ -8,6 +8,7 @@
 #include "app/console/print.h"
 #include "app/console/scan.h"
 #include "app/console/text.h"
+#include "platform/clock.h"
 
 namespace {
 
@@ -65,6 +66,7 @@ TEST(Scan, ReadsNumbers) {
                {"abc", "%d", 0, 99},
                {"", "%d", -1, 99},
                {"  ", "%d", -1, 99},
+               {"", "0x%x", -1, 99},
                {"4294967297", "%d", 1, 1},
                {"99999999999999999999", "%d", 1, 0xFFFFFFFF},
                {"-99999999999999999999", "%d", 1, 0},
@@ -122,6 +124,19 @@ TEST(Scan, ParsesIntegersLikeAtoi) {
                {"-2147483649", INT32_MIN},
                {"0x5", 0}};
   for (auto& c : cases) EXPECT_EQ(ParseInteger(c.text), c.value) << c.text;
+}
+
+TEST(Clock, ConvertsUpToTheYear3000) {
+  const int64_t last = 32535215999;  // in UTC; 3000 or 3001 elsewhere
+  EXPECT_GE(LocalCalendarTime(last).year, 3000);
+  EXPECT_EQ(LocalCalendarTime(last).second, 59);
+  EXPECT_EQ(LocalCalendarTime(0).second, 0);
+  for (const int64_t refused : {last + 1, int64_t{-1}}) {
+    const CalendarTime time = LocalCalendarTime(refused);
+    EXPECT_EQ(time.year, 1899);
+    EXPECT_EQ(time.month, 0);
+    EXPECT_EQ(time.day & time.hour & time.minute & time.second, -1);
+  }
 }
 
 TEST(Text, NamesAndComparisons) {

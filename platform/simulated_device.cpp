@@ -20,13 +20,9 @@
 namespace {
 
 constexpr char DevicePath[] = R"(\\.\A8000)";
-constexpr DWORD QueryGlobalStats = 0x00170002;
 
-constexpr DWORD ErrorInvalidFunction = 1;
-constexpr DWORD ErrorFileNotFound = 2;
 constexpr DWORD ErrorInvalidHandle = 6;
 constexpr DWORD ErrorInvalidData = 13;
-constexpr DWORD ErrorInvalidParameter = 87;
 
 constexpr uint32_t TraceBufferBytes = 8192;
 

@@ -24,8 +24,6 @@ ALLOWED = {
     ("channel/driver_channel.h", "platform/device_io.h"),
     ("platform/simulated_device.cpp", "simulator"),
     ("simulator", "builtin_scenario_text.h"),  # generated
-    # The driver speaks the tool's request convention.
-    ("simulator/windows", "platform/device_io.h"),
 }
 UNBOUND = ("tests", "fuzz")  # may include everything
 

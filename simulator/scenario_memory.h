@@ -5,6 +5,10 @@
 
 #include "simulator/scenario.h"
 
+static_assert(alignof(ScenarioRule) == alignof(uint32_t) &&
+              alignof(ScenarioPatch) == alignof(uint32_t) &&
+              alignof(RegisterValue) == alignof(uint32_t));
+
 // The size of the block, counters included. Within the scenario's limits this is below 64 MiB.
 inline uint32_t ScenarioMemoryBytes(const ScenarioSizes* sizes) {
   return sizes->rules * static_cast<uint32_t>(sizeof(ScenarioRule) + sizeof(uint32_t)) +

@@ -3,17 +3,13 @@
 #include <cstring>
 
 #include "simulator/builtin_scenario.h"
+#include "simulator/scenario_memory.h"
 #include "simulator/scenario_parser.h"
 #include "simulator/trace.h"
 #include "simulator/windows/control_protocol.h"
 
 namespace {
 
-constexpr uint32_t QueryGlobalStats = 0x00170002;
-
-constexpr uint32_t ErrorInvalidFunction = 1;
-constexpr uint32_t ErrorFileNotFound = 2;
-constexpr uint32_t ErrorInvalidParameter = 87;
 constexpr uint32_t ErrorInsufficientBuffer = 122;
 
 constexpr FrontReply Refusal(uint32_t error) {
@@ -40,7 +36,7 @@ bool AreChannelTerms(OpenTerms terms) {
          (terms.attributes == Normal || terms.attributes == 0);
 }
 
-// One stretch of memory for a scenario: the record, then its parts by falling alignment.
+// The head of the stretch of memory that a scenario is kept in, before its parts.
 struct StoredScenario {
   Scenario scenario;
   ScenarioMemory parts;
@@ -48,23 +44,12 @@ struct StoredScenario {
 };
 
 // Returns null where there is no memory.
-StoredScenario* AllocateScenario(HostMemory memory, ScenarioSizes sizes) {
-  static_assert(alignof(StoredScenario) >= alignof(ScenarioRule) &&
-                alignof(ScenarioRule) == alignof(uint32_t) &&
-                alignof(ScenarioPatch) == alignof(uint32_t));
-  const uint64_t total = sizeof(StoredScenario) + uint64_t{sizes.rules} * sizeof(ScenarioRule) +
-                         uint64_t{sizes.rules} * sizeof(uint32_t) +
-                         uint64_t{sizes.patches} * sizeof(ScenarioPatch) +
-                         uint64_t{sizes.registers} * sizeof(RegisterValue) + sizes.bytes;
-  auto* stored = static_cast<StoredScenario*>(memory.allocate(total));
-  if (stored == nullptr) return nullptr;
+StoredScenario* AllocateScenario(HostMemory memory, const ScenarioSizes& sizes) {
+  void* block = memory.allocate(sizeof(StoredScenario) + uint64_t{ScenarioMemoryBytes(&sizes)});
+  if (block == nullptr) return nullptr;
+  auto* stored = static_cast<StoredScenario*>(block);
   memset(stored, 0, sizeof(*stored));
-  stored->parts.capacity = sizes;
-  stored->parts.rules = reinterpret_cast<ScenarioRule*>(stored + 1);
-  stored->served = reinterpret_cast<uint32_t*>(stored->parts.rules + sizes.rules);
-  stored->parts.patches = reinterpret_cast<ScenarioPatch*>(stored->served + sizes.rules);
-  stored->parts.registers = reinterpret_cast<RegisterValue*>(stored->parts.patches + sizes.patches);
-  stored->parts.bytes = reinterpret_cast<uint8_t*>(stored->parts.registers + sizes.registers);
+  stored->served = DivideScenarioMemory(stored + 1, &sizes, &stored->parts);
   return stored;
 }
 

@@ -6,6 +6,14 @@
 
 namespace {
 
+enum class DriverState {
+  Unknown,  // no rights to ask
+  NotInstalled,
+  Stopped,
+  StopPending,  // stops once the last program has closed the device
+  Running,
+};
+
 constexpr char ServiceName[] = "A8000";
 constexpr char DisplayName[] = "Simulated A8000 adapter";
 
@@ -78,8 +86,11 @@ SC_HANDLE CreateDriver(const char* path) {
 
 bool StopService(SC_HANDLE service) {
   SERVICE_STATUS status = {};
-  if (StateOf(service) == DriverState::Stopped) return true;
-  if (!ControlService(service, SERVICE_CONTROL_STOP, &status) &&
+  const DriverState state = StateOf(service);
+  if (state == DriverState::Stopped) return true;
+  // One that is stopping already takes no second request.
+  if (state != DriverState::StopPending &&
+      !ControlService(service, SERVICE_CONTROL_STOP, &status) &&
       GetLastError() != ERROR_SERVICE_NOT_ACTIVE) {
     return FailWithCode("cannot stop the driver", GetLastError());
   }
@@ -100,8 +111,6 @@ bool StartDriverFile(SC_HANDLE service, const char* path) {
   return FailWithCode("cannot start the driver", GetLastError());
 }
 
-}  // namespace
-
 DriverState QueryDriver() {
   SC_HANDLE service = OpenDriver(SERVICE_QUERY_STATUS);
   if (service == nullptr) {
@@ -112,6 +121,8 @@ DriverState QueryDriver() {
   CloseServiceHandle(service);
   return state;
 }
+
+}  // namespace
 
 bool InstallDriver(const char* path) {
   SC_HANDLE service = CreateDriver(path);

@@ -2,16 +2,6 @@
 // went wrong and then returns false.
 #pragma once
 
-enum class DriverState {
-  Unknown,  // no rights to ask
-  NotInstalled,
-  Stopped,
-  StopPending,  // stops once the last program has closed the device
-  Running,
-};
-
-DriverState QueryDriver();
-
 // Installs the driver file, in place of one that is installed already, and starts it.
 bool InstallDriver(const char* path);
 

@@ -1,5 +1,9 @@
 # What every script shares; to be read with `.` from a script whose folder is scripts/.
 set -eu
+# After a signal too a script ends by its EXIT trap.
+trap 'exit 129' HUP
+trap 'exit 130' INT
+trap 'exit 143' TERM
 root=$(CDPATH= cd -- "$(dirname -- "$0")/.." && pwd)
 
 # git refuses a tree of another user, which this one is under sudo.

@@ -26,6 +26,7 @@ struct ChanPrefParam {
   };
 };
 static_assert(sizeof(ChanPrefParam) == 7);
+static_assert(offsetof(ChanPrefParam, preference.ReasonCode) == 4);
 static_assert(offsetof(ChanPrefParam, address) == 1);
 
 bool FillPreference(char** argv, ChanPrefParam* param) {

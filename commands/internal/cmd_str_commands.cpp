@@ -23,6 +23,7 @@ struct CmdStringParam {
   char text[TextSize];  // sent with a zero in the last byte; a reply may lack it
 };
 static_assert(sizeof(CmdStringParam) == 328);
+static_assert(offsetof(CmdStringParam, requestType) == 2);
 static_assert(offsetof(CmdStringParam, textLength) == 4);
 static_assert(offsetof(CmdStringParam, text) == 8);
 

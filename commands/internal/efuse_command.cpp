@@ -28,6 +28,7 @@ static_assert(sizeof(EfuseAccessParam) == 32);
 static_assert(offsetof(EfuseAccessParam, Efuse_addr) == 4);
 static_assert(offsetof(EfuseAccessParam, aucData) == 12);
 static_assert(offsetof(EfuseAccessParam, ucFreeBlockCount) == 28);
+static_assert(offsetof(EfuseAccessParam, ucTotalBlockCount) == 29);
 
 int PrintEfuseMenu() {
   ConsolePrintf("\nHelp menu\n");

@@ -40,6 +40,7 @@ struct ConfigSpaceParam {
   uint32_t value;
 };
 static_assert(sizeof(ConfigSpaceParam) == 8);
+static_assert(offsetof(ConfigSpaceParam, value) == 4);
 
 // OidSpatialReuseCap; all fields are flags of the reply.
 struct SpatialReuseCap {
@@ -58,6 +59,7 @@ struct SpatialReuseCap {
   uint8_t fgAmpduTxCntEn;
 };
 static_assert(sizeof(SpatialReuseCap) == 20);
+static_assert(offsetof(SpatialReuseCap, fgSrEn) == 8);
 
 // OidSpatialReuseInd; signal levels and counters of the reply.
 struct SpatialReuseInd {
@@ -75,6 +77,7 @@ struct SpatialReuseInd {
   uint32_t SrAmpduMpduAckedCnt;
 };
 static_assert(sizeof(SpatialReuseInd) == 32);
+static_assert(offsetof(SpatialReuseInd, NonSrgInterPpduRcpi) == 8);
 static_assert(offsetof(SpatialReuseInd, NonSrgVldCnt) == 10);
 static_assert(offsetof(SpatialReuseInd, SrgPpduVldCnt) == 20);
 static_assert(offsetof(SpatialReuseInd, SrAmpduMpduCnt) == 24);
@@ -86,6 +89,7 @@ struct ListenParam {
   uint8_t unused[2];
 };
 static_assert(sizeof(ListenParam) == 4);
+static_assert(offsetof(ListenParam, channel) == 1);
 
 // Block-ack sizes of the HE modes, OidAxBaSize.
 struct AxBaSizeParam {
@@ -93,6 +97,7 @@ struct AxBaSizeParam {
   uint16_t u2TxHeBaSize;
 };
 static_assert(sizeof(AxBaSizeParam) == 4);
+static_assert(offsetof(AxBaSizeParam, u2TxHeBaSize) == 2);
 
 constexpr uint16_t AxBaSizeLimit = 256;
 

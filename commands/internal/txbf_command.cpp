@@ -25,6 +25,7 @@ struct TxBfProfileReadParam {
   uint8_t unused8[60];
 };
 static_assert(sizeof(TxBfProfileReadParam) == 68);
+static_assert(offsetof(TxBfProfileReadParam, fgBFer) == 2);
 static_assert(offsetof(TxBfProfileReadParam, u2SubcarrierIdx) == 6);
 
 constexpr uint32_t TextAreaSize = 4096;

@@ -15,8 +15,8 @@ namespace {
 // OidUwtblSummary.
 struct UwtblSummary {
   uint32_t reserved0;
-  uint32_t group;
-  uint32_t address;
+  uint32_t group;    // of the entry
+  uint32_t address;  // of the entry, in the chip's register space
   uint32_t reserved12;
   uint64_t packetNumber;
   uint32_t wlanIndex;           // request; the reply puts the entry's first word here
@@ -28,6 +28,7 @@ struct UwtblSummary {
   uint32_t reserved48[2];
 };
 static_assert(sizeof(UwtblSummary) == 56);
+static_assert(offsetof(UwtblSummary, group) == 4);
 static_assert(offsetof(UwtblSummary, packetNumber) == 16);
 static_assert(offsetof(UwtblSummary, wlanIndex) == 24);
 static_assert(offsetof(UwtblSummary, keyWord) == 36);

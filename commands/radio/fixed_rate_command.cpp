@@ -1,4 +1,6 @@
+// `fixedrate`: sends with one rate, or with automatic rates again.
 #include <cstddef>
+#include <cstdint>
 
 #include "app/console/print.h"
 #include "app/console/scan.h"

@@ -1,4 +1,6 @@
+// `ics`: switches ICS on and off.
 #include <cstddef>
+#include <cstdint>
 
 #include "app/console/print.h"
 #include "app/console/scan.h"

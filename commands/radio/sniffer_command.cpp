@@ -1,4 +1,6 @@
+// `sniffer`: receives every frame of a channel and counts them.
 #include <cstddef>
+#include <cstdint>
 
 #include "app/console/print.h"
 #include "app/console/scan.h"

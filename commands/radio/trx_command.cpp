@@ -1,3 +1,7 @@
+// `TRx`: one antenna path, or both again.
+#include <cstddef>
+#include <cstdint>
+
 #include "app/console/print.h"
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
@@ -13,6 +17,7 @@ struct TRxModeRequest {
   uint8_t ucRfPath;           // the path of the single chain: 0 WF0, 1 WF1
 };
 static_assert(sizeof(TRxModeRequest) == 4);
+static_assert(offsetof(TRxModeRequest, ucRfPath) == 3);
 
 bool ReadMode(int argc, char** argv, TRxModeRequest* request) {
   if (argc == 3) return EqualsIgnoreCase(argv[2], "Auto");

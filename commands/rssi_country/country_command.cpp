@@ -1,3 +1,4 @@
+// `country`: the country in force, its power tables and the test modes.
 #include <cstddef>
 #include <cstdint>
 

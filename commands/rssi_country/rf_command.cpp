@@ -1,3 +1,4 @@
+// `rf`: the signal check, shown on the screen.
 #include "app/console/print.h"
 #include "app/console/text.h"
 #include "channel/driver_channel.h"

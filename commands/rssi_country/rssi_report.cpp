@@ -1,3 +1,4 @@
+// `export_rssi_report`: the signal check, written into an XML file.
 #include <cstdio>
 #include <cstring>
 

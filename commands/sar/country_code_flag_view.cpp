@@ -1,3 +1,4 @@
+// `sar get_country_code` and `sar get_FlagTable`: ZWCC and ZWFG.
 #include <cstring>
 
 #include "app/console/print.h"

@@ -1,3 +1,4 @@
+// `sar get_country_list`: ZWCL.
 #include "app/console/print.h"
 #include "channel/little_endian.h"
 #include "commands/sar/sar_views.h"

@@ -1,3 +1,4 @@
+// `sar get_geo_table`: ZWGS.
 #include "app/console/print.h"
 #include "channel/little_endian.h"
 #include "commands/sar/row_table.h"
@@ -42,7 +43,7 @@ int ShowGeoTable(const SarLayout& layout) {
   const RowTable& table = is6G ? Zwgs6G : Zwgs;
   uint32_t length = ReadU32(record.bytes + TableLenAt);
   if (length != table.length) {
-    // Both editions report the shorter one's length as the expected one.
+    // Of a table with 6 GHz too the length of one without is reported as the expected one.
     PrintTableSizeError(is6G ? SizeErrorForm::Bare : SizeErrorForm::Full, Zwgs.length, length);
     return 1;
   }

@@ -72,6 +72,8 @@ constexpr FailureWords WordsByView[] = {
     {SarView::FlagTable, &AdviceRow::otherTables, CodeHead, "ZWFG", "Cannot find ZWFG table\n"},
 };
 
+static_assert(sizeof(WordsByView) / sizeof(WordsByView[0]) == 8);  // a row for every view
+
 const FailureWords& WordsOf(SarView view) {
   const FailureWords* words = WordsByView;
   while (words->view != view) words++;

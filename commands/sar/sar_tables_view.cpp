@@ -1,3 +1,4 @@
+// `sar get_sar_table` and `sar get_siso_sar_table`: ZWDS and ZWSS.
 #include "app/console/print.h"
 #include "channel/little_endian.h"
 #include "commands/sar/row_table.h"

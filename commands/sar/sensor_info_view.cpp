@@ -1,3 +1,4 @@
+// `sar get_sensor_info`: the state of the SAR sensor.
 #include "app/console/print.h"
 #include "channel/little_endian.h"
 #include "commands/sar/sar_views.h"

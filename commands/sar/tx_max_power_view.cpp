@@ -1,3 +1,4 @@
+// `sar get_TxMaxPower_table`: ZWPL.
 #include "app/console/print.h"
 #include "channel/little_endian.h"
 #include "commands/sar/row_table.h"

@@ -1,3 +1,4 @@
+// `get_fw_ver`: the versions of the Wi-Fi and the Bluetooth firmware.
 #include "commands/status/firmware_version.h"
 
 #include "app/console/print.h"

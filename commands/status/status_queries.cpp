@@ -1,3 +1,4 @@
+// `stat`, `get_wfd`, `get_umac`, `txhang_counter`, `get_lp` and `get_mac_Add`.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>

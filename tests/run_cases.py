@@ -113,21 +113,19 @@ def read_cases(path):
             environment.update([rest.split("=", 1)])
         elif mark == "^":
             program_path = expand(rest)
-        elif mark in ("$", "$eng"):
-            words = [expand(word) for word in shlex.split(rest)]
-            run = Run(number, "wlanx" if mark == "$" else "wlanx-eng", words)
-            run.environment, run.path = environment, program_path
+        elif mark in ("$", "$eng", "=", "=eng"):
+            whole = mark.startswith("=")
+            head, *told = rest.split(" => ") if whole else [f"0 {rest}"]
+            status, _, words = head.partition(" ")
+            run = Run(number, "wlanx-eng" if mark.endswith("eng") else "wlanx",
+                      [expand(word) for word in shlex.split(words)])
+            run.environment, run.path, run.status = environment, program_path, int(status)
+            if whole:
+                text, *sent = told
+                run.output = unescape(expand(text))
+                run.requests = [request(item) for items in sent for item in items.split(" | ")]
             case.runs.append(run)
             environment, program_path, target = {}, None, None
-        elif mark in ("=", "=eng"):
-            head, text, *sent = rest.split(" => ")
-            status, _, words = head.partition(" ")
-            words = [expand(word) for word in shlex.split(words)]
-            run = Run(number, "wlanx" if mark == "=" else "wlanx-eng", words)
-            run.path, run.status, run.output = program_path, int(status), unescape(expand(text))
-            run.requests = [request(item) for items in sent for item in items.split(" | ")]
-            case.runs.append(run)
-            program_path = None
         elif mark in (">", "~"):
             text = unescape(expand(rest)) + (b"\n" if mark == ">" else b"")
             if target is None:

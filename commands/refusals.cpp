@@ -13,6 +13,11 @@ int IncorrectParameters() {
   return 1;
 }
 
+int OutOfMemory(int result) {
+  ConsolePrintf("Allocated memory failed\n");
+  return result;
+}
+
 int RequestRefused(int result) {
   PrintRequestError();
   return result;

@@ -7,5 +7,8 @@ int InvalidParameters(int result);
 // Prints "Error: Parameters are not correct!!" with its line end and returns 1.
 int IncorrectParameters();
 
+// Prints "Allocated memory failed" with its line end and returns `result`.
+int OutOfMemory(int result);
+
 // Prints the code of a refused request, without a line end, and returns `result`.
 int RequestRefused(int result);

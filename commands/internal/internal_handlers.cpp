@@ -296,10 +296,7 @@ int HandleOidLenTestCommand(int argc, char** argv) {
   void* heapArea = nullptr;
   if (size < 0 || static_cast<size_t>(size) > sizeof(fixedArea)) {
     heapArea = size < 0 ? nullptr : calloc(1, static_cast<size_t>(size));
-    if (heapArea == nullptr) {
-      ConsolePrintf("Allocated memory failed\n");
-      return 0;
-    }
+    if (heapArea == nullptr) return OutOfMemory(0);
   }
   uint32_t returned = 0;
   void* area = heapArea != nullptr ? heapArea : fixedArea;

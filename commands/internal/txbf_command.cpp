@@ -80,10 +80,7 @@ int ShowProfile(int argc, char** argv, char* text) {
 
 int HandleTxbfCommand(int argc, char** argv) {
   auto* text = static_cast<char*>(calloc(1, TextAreaSize));
-  if (text == nullptr) {
-    ConsolePrintf("Allocated memory failed\n");
-    return 0;
-  }
+  if (text == nullptr) return OutOfMemory(0);
   int result = ShowProfile(argc, argv, text);
   free(text);
   return result;

@@ -30,11 +30,9 @@ struct MacAddressReply {
 };
 static_assert(sizeof(MacAddressReply) == 8);
 
-// A zeroed buffer for a text reply; null, after saying so, where there is no memory.
+// A zeroed buffer for a text reply; null where there is no memory.
 char* AllocateText(uint32_t size) {
-  auto* text = static_cast<char*>(calloc(size, 1));
-  if (text == nullptr) ConsolePrintf("Allocated memory failed\n");
-  return text;
+  return static_cast<char*>(calloc(size, 1));
 }
 
 // Asks for a text and prints it. Returns false, after the report, when the driver refuses.
@@ -67,7 +65,7 @@ int HandleStatCommand(int argc, char** argv) {
   bool reset = argc == 3 && EqualsIgnoreCase(argv[2], "resetcounter");
   if (argc != 2 && !reset) return InvalidParameters(1);
   char* text = AllocateText(StatisticsTextSize);
-  if (text == nullptr) return 0;
+  if (text == nullptr) return OutOfMemory(0);
   bool done =
       SendResetFlag(reset ? 1 : 0) && PrintTextReply(OidStatisticsText, text, StatisticsTextSize);
   free(text);
@@ -77,7 +75,7 @@ int HandleStatCommand(int argc, char** argv) {
 int HandleGetWfdCommand(int argc, char** /*argv*/) {
   if (argc != 2) return InvalidParameters(1);
   char* text = AllocateText(WfdTextSize);
-  if (text == nullptr) return 0;
+  if (text == nullptr) return OutOfMemory(0);
   bool done = PrintTextReply(OidWfdText, text, WfdTextSize);
   free(text);
   return done ? 1 : 0;
@@ -86,7 +84,7 @@ int HandleGetWfdCommand(int argc, char** /*argv*/) {
 int HandleGetUmacCommand(int argc, char** argv) {
   ConsolePrintf("argv[1] = %s\n", argv[1]);
   char* text = AllocateText(UmacTextSize);
-  if (text == nullptr) return 1;
+  if (text == nullptr) return OutOfMemory(1);
   int result = 1;
   if (argc != 2) {
     result = InvalidParameters(1);

@@ -167,7 +167,8 @@ class LinuxHost:
             environment["A8000_SCENARIO"] = scenario
         done = subprocess.run(
             [run.path or run.edition] + run.words, cwd=work, env=environment, capture_output=True,
-            executable=os.path.join(self.folder, run.edition), stdin=subprocess.DEVNULL)
+            executable=os.path.join(self.folder, run.edition), stdin=subprocess.DEVNULL,
+            timeout=60)  # a run that hangs ends the tests with the command named
         data = open(trace, "rb").read() if os.path.exists(trace) else b""
         return done.stdout, done.stderr, done.returncode, data
 

@@ -36,7 +36,7 @@ TEST(Print, ConvertsAsTheCLibraryDoes) {
   }
   EXPECT_EQ(Format("[%20s][%-20s][%2s][%.2s]", "ab", "ab", "abc", "abc"),
             "[                  ab][ab                  ][abc][ab]");
-  EXPECT_EQ(Format("[%.*s][%*d]", 2, "abc", 4, 7), "[ab][   7]");
+  EXPECT_EQ(Format("[%.*s][%*d][%1s]", 2, "abc", 4, 7, ""), "[ab][   7][ ]");
   EXPECT_EQ(Format("%ld %lx", -5000000000L, 0xFFFFFFFFFFUL), "-5000000000 ffffffffff");
   EXPECT_EQ(Format("%llu %lld", ~0ULL, INT64_MIN), "18446744073709551615 -9223372036854775808");
   EXPECT_EQ(Format("%.1f %0.1f %.1f", 15.5, -5.0, 127.5), "15.5 -5.0 127.5");

@@ -64,10 +64,9 @@ void WriteMessage(const char* text) {
 
 // Says "a8000: FILE:LINE: what is wrong" on standard error; the word is the one at fault.
 void ReportError(const char* name, const ScenarioError* error, const char* text) {
-  char line[12];
+  char line[12] = {};
   char* digit = line + sizeof(line) - 1;
   uint32_t number = error->line;
-  *digit = 0;
   do {
     *--digit = static_cast<char>('0' + number % 10);
     number /= 10;

@@ -1,4 +1,6 @@
-#include "commands/internal/coexistence_info.h"
+// `coex_info`: the report about Wi-Fi and Bluetooth sharing the air.
+#include <cstddef>
+#include <cstdint>
 
 #include "app/console/print.h"
 #include "app/console/text.h"
@@ -8,6 +10,16 @@
 #include "commands/refusals.h"
 
 namespace {
+
+// Question and answer of OidCoexInfo in the same bytes.
+struct CoexInfo {
+  uint32_t selector;    // what is asked for
+  uint16_t listLength;  // reply: bytes of the item list
+  uint8_t items[458];   // reply: items of id, length and `length` value bytes
+};
+static_assert(sizeof(CoexInfo) == 464);
+static_assert(offsetof(CoexInfo, listLength) == 4);
+static_assert(offsetof(CoexInfo, items) == 6);
 
 constexpr uint32_t CoexInfoSelector = 0x81;
 
@@ -88,8 +100,7 @@ constexpr CoexInfoItem CoexInfoItemTable[] = {
 };
 constexpr size_t CoexInfoItemCount = sizeof(CoexInfoItemTable) / sizeof(CoexInfoItemTable[0]);
 
-}  // namespace
-
+// Prints the report, or nothing when the list holds an unknown item.
 void FormatCoexInfo(const CoexInfo& info) {
   CoexText report = {};
   size_t cursor = 0;
@@ -112,6 +123,8 @@ void FormatCoexInfo(const CoexInfo& info) {
   }
   ConsolePrintf("%s\n", report.text);
 }
+
+}  // namespace
 
 int HandleCoexInfoCommand(int argc, char** argv) {
   if (argc != 3 || !EqualsIgnoreCase(argv[2], "0x81")) return InvalidParameters(0);

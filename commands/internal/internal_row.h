@@ -50,22 +50,3 @@ template <const InternalRow& row>
 int HandleInternalRow(int argc, char** argv) {
   return RunInternalRow(row, argc, argv);
 }
-
-extern const InternalRow BypassCacRow;
-extern const InternalRow RadarDetectRow;
-extern const InternalRow RddDbdcRow;
-extern const InternalRow DeepSleepCntRow;
-extern const InternalRow SetIdValueRow;
-extern const InternalRow DynamicDtimRow;
-extern const InternalRow GetCoexTpRow;
-extern const InternalRow HwReadRow;
-extern const InternalRow HwWriteRow;
-extern const InternalRow GetDbgLevelRow;
-extern const InternalRow SetDbgLevelRow;
-extern const InternalRow SetSrRow;
-extern const InternalRow SetAxCfgRow;
-extern const InternalRow SetBccRow;
-extern const InternalRow SetSerRow;
-extern const InternalRow GetUsbSpeedRow;
-extern const InternalRow GetCacTimeRow;
-extern const InternalRow TpTestModeRow;

@@ -7,10 +7,9 @@
 #include <string>
 
 #include "app/console/print.h"
-#include "commands/internal/lmac_wtbl_fields.h"
-#include "commands/internal/umac_wtbl_fields.h"
+#include "commands/internal/lmac_wtbl.h"
+#include "commands/internal/umac_wtbl.h"
 #include "commands/internal/value_names.h"
-#include "commands/internal/wtbl_rate.h"
 
 namespace {
 

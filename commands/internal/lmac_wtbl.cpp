@@ -1,8 +1,64 @@
-#include "commands/internal/lmac_wtbl_fields.h"
+// `wtbl`: one entry of the wireless table, raw and decoded, and the fields of its LMAC part.
+#include "commands/internal/lmac_wtbl.h"
 
 #include "app/console/print.h"
-#include "commands/internal/wtbl_rate.h"
+#include "app/console/scan.h"
+#include "channel/request_errors.h"
+#include "commands/internal/internal_commands.h"
+#include "commands/internal/umac_wtbl.h"
+#include "commands/maintenance/register_access.h"
 
+// The rate words.
+namespace {
+
+// Codes that stand in no row print no rate.
+constexpr WtblValueTexts CckRates = {{0, 0, "/long preamble 1M"},   {1, 1, "/long preamble 2M"},
+                                     {2, 2, "/long preamble 5.5M"}, {3, 3, "/long preamble 11M"},
+                                     {5, 5, "/short preamble 2M"},  {6, 6, "/short preamble 5.5M"},
+                                     {7, 7, "/short preamble 11M"}};
+constexpr WtblValueTexts OfdmRates = {{8, 8, "/48M"},   {9, 9, "/24M"},   {10, 10, "/12M"},
+                                      {11, 11, "/6M"},  {12, 12, "/54M"}, {13, 13, "/36M"},
+                                      {14, 14, "/18M"}, {15, 15, "/9M"}};
+constexpr WtblValueTexts McsRates = {{0, 63, "/MCS%d"}};
+
+struct RateMode {
+  const char* name = nullptr;
+  WtblValueTexts rates;
+};
+
+// By the word's four mode bits.
+constexpr RateMode RateModes[] = {
+    {"/Legacy CCK", CckRates},
+    {"/Legacy OFDM", OfdmRates},
+    {"/HT Mixed mode", McsRates},
+    {"/HT Green field mode", McsRates},
+    {"/VHT mode", McsRates},
+    {"/Resvered", {}},
+    {"/Resvered", {}},
+    {"/Resvered", {}},
+    {"/HE_SU", McsRates},
+    {"/HE_EXT_SU", McsRates},
+    {"/HE_TRIG", McsRates},
+    {"/HE_MU", McsRates},
+    {"/Resvered", {}},
+    {"/Resvered", {}},
+    {"/Resvered", {}},
+    {"/Resvered", {}},
+};
+static_assert(sizeof(RateModes) / sizeof(RateModes[0]) == 16);
+
+}  // namespace
+
+void DecodeWtblRate(char* text, size_t size, const uint32_t* /*words*/, uint32_t value) {
+  const uint32_t stbc = WtblBits(value, 13, 13);
+  const uint32_t streams = WtblBits(value, 12, 10);
+  const RateMode& mode = RateModes[WtblBits(value, 9, 6)];
+  char rate[32];
+  FormatWtblValueText(rate, sizeof(rate), mode.rates, WtblBits(value, 5, 0));
+  BoundedPrintf(text, size, "  >> STBC(%u)/Nsts(%u)%s%s", stbc, streams, mode.name, rate);
+}
+
+// The fields of an entry.
 namespace {
 
 constexpr WtblValueTexts ProfileTexts = {{0, 254, "0x%x"}, {255, 255, "0xFF >> invalid : 0xFF"}};
@@ -700,3 +756,55 @@ constexpr WtblWordGroups LmacWtblGroups = {
        "the average value of SNR of RX stream 3 (unit: 1dBm). 0~63 mapping to -16~47.   64~255 is "
        "reserved."}}},
 };
+
+// The command.
+namespace {
+
+// One of the two register areas that hold the table's entries.
+struct EntryArea {
+  const char* name;
+  uint32_t base;
+  uint32_t stride;  // bytes from one entry to the next
+  uint32_t words;   // of an entry
+};
+constexpr EntryArea LmacArea = {"LMAC", 0x820D8000, 0x100, 64};
+constexpr EntryArea UmacArea = {"UMAC", 0x820C6000, 0x40, 16};
+
+// Reads and prints the words of one entry. Returns false when the driver refuses one.
+bool DumpEntry(const EntryArea& area, int index, RegAccessParam* param, uint32_t* words) {
+  const uint32_t entry = area.base + static_cast<uint32_t>(index) * area.stride;
+  for (uint32_t k = 0; k < area.words; k++) {
+    param->address = entry + 4 * k;
+    if (!ReadRegister(param)) {
+      PrintRequestError();
+      return false;
+    }
+    words[k] = param->value;
+    ConsolePrintf("%s WTBL %02d EntryDW[%02u] 0x%08x = 0x%08x\n", area.name, index, k,
+                  param->address, param->value);
+  }
+  return true;
+}
+
+}  // namespace
+
+int HandleWtblCommand(int argc, char** argv) {
+  if (argc != 3) {
+    ConsolePrintf("nicctl wtbl <entry index>\n");
+    return 1;
+  }
+  int index = 0;
+  ScanArgument(argv[2], "%d", &index);
+
+  RegAccessParam param = {};  // what a reply holds goes out again with the next read
+  uint32_t lmacWords[LmacArea.words] = {};
+  uint32_t umacWords[UmacArea.words] = {};
+  if (!DumpEntry(LmacArea, index, &param, lmacWords)) return 0;
+  if (!DumpEntry(UmacArea, index, &param, umacWords)) return 0;
+
+  ConsolePrintf("===================== Parsing LMAC WTBL ======================\n");
+  PrintWtblGroups(LmacWtblGroups, lmacWords);
+  ConsolePrintf("===================== Parsing UMAC WTBL ======================\n");
+  PrintWtblGroups(UmacWtblGroups, umacWords);
+  return 1;
+}

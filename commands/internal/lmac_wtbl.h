@@ -1,8 +1,12 @@
-// The rate words of a wireless-table entry.
+// The decoded words of an LMAC wireless-table entry.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+
+#include "commands/internal/wtbl_field.h"
+
+extern const WtblWordGroups LmacWtblGroups;
 
 // Formats what the 14-bit rate word `value` says: STBC, streams, mode and rate. The words of the
 // entry are not looked at.

@@ -11,15 +11,29 @@
 
 namespace {
 
-// Question and answer of OidCoexInfo in the same bytes.
-struct CoexInfo {
-  uint32_t selector;    // what is asked for
-  uint16_t listLength;  // reply: bytes of the item list
-  uint8_t items[458];   // reply: items of id, length and `length` value bytes
+// The question of OidCoexInfo.
+struct CoexInfoRequest {
+  uint32_t selector;  // what is asked for
+  uint8_t unused[460];
 };
-static_assert(sizeof(CoexInfo) == 464);
-static_assert(offsetof(CoexInfo, listLength) == 4);
-static_assert(offsetof(CoexInfo, items) == 6);
+static_assert(sizeof(CoexInfoRequest) == 464);
+
+// The answer, in the same bytes.
+struct CoexInfoResponse {
+  uint32_t selector;
+  uint16_t listLength;  // bytes of the item list
+  uint8_t items[458];   // each a CoexInfoItem and its value
+};
+static_assert(sizeof(CoexInfoResponse) == 464);
+static_assert(offsetof(CoexInfoResponse, listLength) == 4);
+static_assert(offsetof(CoexInfoResponse, items) == 6);
+
+// The head of an item; `length` value bytes follow.
+struct CoexInfoItem {
+  uint8_t id;
+  uint8_t length;
+};
+static_assert(sizeof(CoexInfoItem) == 2);
 
 constexpr uint32_t CoexInfoSelector = 0x81;
 
@@ -79,12 +93,12 @@ void AppendProtectionType(CoexText* report, const char* label, const uint8_t* va
 }
 
 // One kind of item; its id is its index.
-struct CoexInfoItem {
+struct CoexInfoRow {
   const char* label;
   size_t valueLength;  // bytes that `append` reads, whatever length the item states
   void (*append)(CoexText* report, const char* label, const uint8_t* value);  // null: not shown
 };
-constexpr CoexInfoItem CoexInfoItemTable[] = {
+constexpr CoexInfoRow CoexInfoItemTable[] = {
     {"Isolation Detection Value", 0, nullptr},
     {"BT Profile", 4, AppendBtProfile},
     {"Rx BA Size", 1, AppendNumber},
@@ -101,25 +115,24 @@ constexpr CoexInfoItem CoexInfoItemTable[] = {
 constexpr size_t CoexInfoItemCount = sizeof(CoexInfoItemTable) / sizeof(CoexInfoItemTable[0]);
 
 // Prints the report, or nothing when the list holds an unknown item.
-void FormatCoexInfo(const CoexInfo& info) {
+void FormatCoexInfo(const CoexInfoResponse& info) {
   CoexText report = {};
   size_t cursor = 0;
   uint8_t consumed = 0;  // wraps, so a longer list ends with its items or the reply
-  while (consumed < info.listLength) {
-    if (cursor + 2 > sizeof(info.items)) break;
-    const size_t id = info.items[cursor];
-    const uint8_t length = info.items[cursor + 1];
-    cursor += 2;
-    consumed = static_cast<uint8_t>(consumed + length + 2);
-    if (id >= CoexInfoItemCount) return;
-    const CoexInfoItem& item = CoexInfoItemTable[id];
-    if (item.append == nullptr) {
-      cursor += length;
+  while (consumed < info.listLength && cursor < sizeof(info.items)) {
+    CoexInfoItem item = {info.items[cursor++], 0};
+    if (item.id >= CoexInfoItemCount) return;
+    if (cursor == sizeof(info.items)) break;  // no length
+    item.length = info.items[cursor++];
+    consumed = static_cast<uint8_t>(consumed + sizeof(item) + item.length);
+    const CoexInfoRow& row = CoexInfoItemTable[item.id];
+    if (row.append == nullptr) {
+      cursor += item.length;
       continue;
     }
-    if (cursor + item.valueLength > sizeof(info.items)) break;
-    item.append(&report, item.label, info.items + cursor);
-    cursor += item.valueLength;
+    if (cursor + row.valueLength > sizeof(info.items)) break;
+    row.append(&report, row.label, info.items + cursor);
+    cursor += row.valueLength;
   }
   ConsolePrintf("%s\n", report.text);
 }
@@ -128,9 +141,12 @@ void FormatCoexInfo(const CoexInfo& info) {
 
 int HandleCoexInfoCommand(int argc, char** argv) {
   if (argc != 3 || !EqualsIgnoreCase(argv[2], "0x81")) return InvalidParameters(0);
-  CoexInfo info = {};
-  info.selector = CoexInfoSelector;
+  union {
+    CoexInfoRequest request;
+    CoexInfoResponse response;
+  } info = {};
+  info.request.selector = CoexInfoSelector;
   if (!OidRequest(OidCoexInfo, &info)) return RequestRefused(0);
-  FormatCoexInfo(info);
+  FormatCoexInfo(info.response);
   return 1;
 }

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-constexpr uint32_t OidCoexInfo = 0xFFFCF003;          // CoexInfo
+constexpr uint32_t OidCoexInfo = 0xFFFCF003;          // CoexInfoRequest, CoexInfoResponse
 constexpr uint32_t OidFwLog = 0xFFFCF004;             // FwLogParam
 constexpr uint32_t OidGetDebugLevel = 0xFFFCF008;     // category and level
 constexpr uint32_t OidSetDebugLevel = 0xFFFCF009;     // category and level

@@ -32,11 +32,16 @@ void Require(bool holds) {
   if (!holds) abort();
 }
 
-void TakeTrace(void* context, const char* bytes, uint32_t size) {
+bool TakePiece(void* context, const char* bytes, uint32_t size) {
   auto* trace = static_cast<TraceText*>(context);
   Require(size > 0 && size <= TraceChunkBytes && size <= TraceSize - trace->used);
   memcpy(trace->bytes + trace->used, bytes, size);
   trace->used += size;
+  return true;
+}
+
+void EndLine(void* /*context*/, bool kept) {
+  Require(kept);
 }
 
 // Parses the text into a block of exactly its needs. Returns null where it is refused.
@@ -79,15 +84,17 @@ uint32_t Ask(Adapter* adapter, const Scenario* scenario, Exchange* exchanges) {
 }
 
 void WriteTrace(const Adapter* adapter, const Exchange* exchanges, uint32_t count,
-                TraceText* trace) {
-  const TraceSink sink = {TakeTrace, trace};
-  TraceOpen(&sink, AdapterOpen(adapter));
+                TraceText* text) {
+  Trace trace;
+  TraceStart(&trace, {TakePiece, EndLine, text});
+  TraceOpen(&trace, AdapterOpen(adapter));
   for (uint32_t i = 0; i < count; i++) {
     const Exchange* exchange = &exchanges[i];
-    TraceRequest(&sink, exchange->oid, exchange->sent, exchange->length);
-    TraceAnswer(&sink, &exchange->result, exchange->answered, exchange->length);
+    TraceRequest(&trace, exchange->oid, exchange->sent, exchange->length);
+    TraceAnswer(&trace, &exchange->result, exchange->answered, exchange->length);
   }
-  TraceClose(&sink, AdapterClose(adapter));
+  TraceClose(&trace, AdapterClose(adapter));
+  Require(trace.leftOut == 0 && trace.bytes == text->used && trace.rules == count);
 }
 
 bool Equal(CallResult left, CallResult right) {

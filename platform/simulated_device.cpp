@@ -11,11 +11,11 @@
 #include <cstring>
 
 #include "platform/device_io.h"
+#include "platform/trace_file.h"
 #include "simulator/adapter.h"
 #include "simulator/builtin_scenario.h"
 #include "simulator/scenario_memory.h"
 #include "simulator/scenario_parser.h"
-#include "simulator/trace.h"
 
 namespace {
 
@@ -23,8 +23,6 @@ constexpr char DevicePath[] = R"(\\.\A8000)";
 
 constexpr DWORD ErrorInvalidHandle = 6;
 constexpr DWORD ErrorInvalidData = 13;
-
-constexpr uint32_t TraceBufferBytes = 8192;
 
 struct SimulatedDevice {
   bool started;   // the two variables have been read
@@ -35,27 +33,12 @@ struct SimulatedDevice {
   Scenario scenario;  // one that was read from a file
   void* memory;       // the scenario's records, the adapter's counters
   bool tracing;
-  const char* traceName;
-  int traceFile;
-  uint32_t traceUsed;
-  char traceBuffer[TraceBufferBytes];
+  TraceFile trace;
 };
 
 SimulatedDevice* Device() {
   static SimulatedDevice device;
   return &device;
-}
-
-// Returns false where not all bytes could be written; errno says why.
-bool WriteAll(int file, const char* bytes, size_t size) {
-  while (size > 0) {
-    const ssize_t written = write(file, bytes, size);
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    bytes += written;
-    size -= static_cast<size_t>(written);
-  }
-  return true;
 }
 
 void WriteMessage(const char* text) {
@@ -85,12 +68,6 @@ void ReportError(const char* name, const ScenarioError* error, const char* text)
              error->wordLength < MostShown ? error->wordLength : MostShown);
   }
   WriteMessage("\n");
-}
-
-// The same for a file that the host refuses, with the reason in errno.
-void ReportFileError(const char* name) {
-  const ScenarioError error = {0, strerror(errno), 0, 0};
-  ReportError(name, &error, nullptr);
 }
 
 struct FileText {
@@ -170,16 +147,6 @@ bool LoadBuiltinScenario(SimulatedDevice* device) {
   return true;
 }
 
-// Creates the trace file. Where a standard stream is closed its number stays free, so that the
-// tool's own output never ends up in the trace. Returns -1 on failure.
-int CreateTraceFile(const char* name) {
-  const int file = open(name, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-  if (file < 0 || file > STDERR_FILENO) return file;
-  const int moved = fcntl(file, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-  close(file);
-  return moved;
-}
-
 // A variable's value; null where it is unset or empty.
 const char* Variable(const char* name) {
   const char* value = getenv(name);
@@ -195,32 +162,10 @@ void Start(SimulatedDevice* device) {
   device->unusable =
       scenarioName == nullptr ? !LoadBuiltinScenario(device) : !LoadScenario(device, scenarioName);
 
-  device->traceName = Variable("A8000_TRACE");
-  if (device->traceName == nullptr) return;
-  device->traceFile = CreateTraceFile(device->traceName);
-  device->tracing = device->traceFile >= 0;
-  if (!device->tracing) {
-    ReportFileError(device->traceName);
-    device->unusable = true;
-  }
-}
-
-void FlushTrace(SimulatedDevice* device) {
-  if (!WriteAll(device->traceFile, device->traceBuffer, device->traceUsed)) {
-    ReportFileError(device->traceName);
-    device->tracing = false;
-  }
-  device->traceUsed = 0;
-}
-
-// Collects the pieces of a line; each line is in the file before the call that it records returns.
-void WriteTrace(void* context, const char* bytes, uint32_t size) {
-  auto* device = static_cast<SimulatedDevice*>(context);
-  if (!device->tracing) return;
-  if (size > TraceBufferBytes - device->traceUsed) FlushTrace(device);
-  memcpy(device->traceBuffer + device->traceUsed, bytes, size);
-  device->traceUsed += size;
-  if (bytes[size - 1] == '\n') FlushTrace(device);
+  const char* traceName = Variable("A8000_TRACE");
+  if (traceName == nullptr) return;
+  device->tracing = CreateTraceFile(&device->trace, traceName);
+  if (!device->tracing) device->unusable = true;
 }
 
 // Sets the last-error code of a failed call.
@@ -229,11 +174,9 @@ BOOL Refuse(SimulatedDevice* device, DWORD error) {
   return 0;
 }
 
-CallResult Open(const SimulatedDevice* device, const char* path, bool channelParameters) {
-  if (path == nullptr || strcmp(path, DevicePath) != 0) return {Outcome::Fails, ErrorFileNotFound};
-  if (!channelParameters) return {Outcome::Fails, ErrorInvalidParameter};
-  if (device->unusable) return {Outcome::Fails, ErrorInvalidData};
-  return AdapterOpen(&device->adapter);
+HANDLE RefuseOpening(SimulatedDevice* device, DWORD error) {
+  Refuse(device, error);
+  return INVALID_HANDLE_VALUE;
 }
 
 }  // namespace
@@ -245,13 +188,14 @@ HANDLE CreateFileA(const char* path, DWORD access, DWORD sharing, void* /*securi
   const bool channelParameters = access == (GENERIC_READ | GENERIC_WRITE) && sharing == 0 &&
                                  disposition == CREATE_ALWAYS &&
                                  attributes == FILE_ATTRIBUTE_NORMAL;
-  const CallResult result = Open(simulated, path, channelParameters);
-  const TraceSink sink = {WriteTrace, simulated};
-  if (simulated->tracing) TraceOpen(&sink, result);
-  if (result.outcome == Outcome::Fails) {
-    Refuse(simulated, result.error);
-    return INVALID_HANDLE_VALUE;
+  if (path == nullptr || strcmp(path, DevicePath) != 0) {
+    return RefuseOpening(simulated, ErrorFileNotFound);
   }
+  if (!channelParameters) return RefuseOpening(simulated, ErrorInvalidParameter);
+  CallResult result = {Outcome::Fails, ErrorInvalidData};
+  if (!simulated->unusable) result = AdapterOpen(&simulated->adapter);
+  if (simulated->tracing) TraceOpen(&simulated->trace.trace, result);
+  if (result.outcome == Outcome::Fails) return RefuseOpening(simulated, result.error);
   if (result.outcome == Outcome::YieldsNull) return nullptr;
   simulated->open = true;
   return simulated;
@@ -267,10 +211,10 @@ BOOL DeviceIoControl(HANDLE device, DWORD controlCode, void* input, DWORD inputL
   memcpy(&oid, input, sizeof(oid));
 
   auto* payload = static_cast<uint8_t*>(output);
-  const TraceSink sink = {WriteTrace, simulated};
-  if (simulated->tracing) TraceRequest(&sink, oid, payload, outputLength);
+  Trace* trace = simulated->tracing ? &simulated->trace.trace : nullptr;
+  if (trace != nullptr) TraceRequest(trace, oid, payload, outputLength);
   const RequestResult result = AdapterRequest(&simulated->adapter, oid, payload, outputLength);
-  if (simulated->tracing) TraceAnswer(&sink, &result, payload, outputLength);
+  if (trace != nullptr) TraceAnswer(trace, &result, payload, outputLength);
   if (bytesReturned != nullptr) *bytesReturned = result.returned;
   if (result.call.outcome == Outcome::Fails) return Refuse(simulated, result.call.error);
   return 1;
@@ -280,8 +224,7 @@ BOOL CloseHandle(HANDLE device) {
   SimulatedDevice* simulated = Device();
   if (device != simulated || !simulated->open) return Refuse(simulated, ErrorInvalidHandle);
   const CallResult result = AdapterClose(&simulated->adapter);
-  const TraceSink sink = {WriteTrace, simulated};
-  if (simulated->tracing) TraceClose(&sink, result);
+  if (simulated->tracing) TraceClose(&simulated->trace.trace, result);
   if (result.outcome == Outcome::Fails) return Refuse(simulated, result.error);
   simulated->open = false;
   return 1;

@@ -1,101 +1,157 @@
 #include "simulator/trace.h"
 
+#include <cstring>
+
 namespace {
 
-struct TraceChunk {
-  const TraceSink* sink;
-  uint32_t used;
-  char bytes[TraceChunkBytes];
-};
-
-void Flush(TraceChunk* chunk) {
-  if (chunk->used > 0) chunk->sink->write(chunk->sink->context, chunk->bytes, chunk->used);
-  chunk->used = 0;
+void Flush(Trace* trace) {
+  if (trace->chunkBytes == 0) return;
+  if (!trace->sink.write(trace->sink.context, trace->chunk, trace->chunkBytes)) {
+    trace->stopped = true;
+    trace->dropping = true;
+  }
+  trace->chunkBytes = 0;
 }
 
-void AddCharacter(TraceChunk* chunk, char character) {
-  if (chunk->used == TraceChunkBytes) Flush(chunk);
-  chunk->bytes[chunk->used++] = character;
+void AddCharacter(Trace* trace, char character) {
+  trace->lineBytes++;
+  if (trace->dropping) return;
+  if (trace->chunkBytes == TraceChunkBytes) Flush(trace);
+  trace->chunk[trace->chunkBytes++] = character;
 }
 
-void AddText(TraceChunk* chunk, const char* text) {
-  for (; *text != 0; text++) AddCharacter(chunk, *text);
+void AddText(Trace* trace, const char* text) {
+  for (; *text != 0; text++) AddCharacter(trace, *text);
 }
 
-void AddDecimal(TraceChunk* chunk, uint32_t value) {
-  char digits[10];
+// Writes the digits of a number. Returns how many.
+uint32_t FormatDecimal(uint32_t value, char (&digits)[10]) {
   uint32_t count = 0;
-  do {
-    digits[count++] = static_cast<char>('0' + value % 10);
-    value /= 10;
-  } while (value > 0);
-  while (count > 0) AddCharacter(chunk, digits[--count]);
+  for (uint32_t rest = value; count == 0 || rest > 0; rest /= 10) count++;
+  for (uint32_t i = count; i > 0; i--, value /= 10) {
+    digits[i - 1] = static_cast<char>('0' + value % 10);
+  }
+  return count;
 }
 
-void AddPayload(TraceChunk* chunk, const char* before, const uint8_t* payload, uint32_t length) {
+void AddDecimal(Trace* trace, uint32_t value) {
+  char digits[10];
+  const uint32_t count = FormatDecimal(value, digits);
+  for (uint32_t i = 0; i < count; i++) AddCharacter(trace, digits[i]);
+}
+
+bool FitsLine(const Trace* trace) {
+  return trace->lineBytes <= MaxLineBytes;
+}
+
+bool FitsTrace(const Trace* trace) {
+  return trace->lineBytes <= MaxTraceBytes - trace->bytes;
+}
+
+// Bytes that will not be kept are counted, but neither read nor passed on.
+void AddPayload(Trace* trace, const char* before, const uint8_t* payload, uint32_t length) {
   if (length == 0) return;
-  AddText(chunk, before);
+  AddText(trace, before);
+  const uint64_t start = trace->lineBytes;
+  trace->lineBytes += uint64_t{2} * length;
+  trace->dropping = trace->dropping || !FitsLine(trace) || !FitsTrace(trace);
+  if (trace->dropping) return;
+  trace->lineBytes = start;
   for (uint32_t i = 0; i < length; i++) {
-    AddCharacter(chunk, "0123456789abcdef"[payload[i] >> 4]);
-    AddCharacter(chunk, "0123456789abcdef"[payload[i] & 15]);
+    AddCharacter(trace, "0123456789abcdef"[payload[i] >> 4]);
+    AddCharacter(trace, "0123456789abcdef"[payload[i] & 15]);
   }
 }
 
-void AddResult(TraceChunk* chunk, CallResult result) {
+void AddResult(Trace* trace, CallResult result) {
   switch (result.outcome) {
     case Outcome::Succeeds:
-      AddText(chunk, " ok");
+      AddText(trace, " ok");
       break;
     case Outcome::YieldsNull:
-      AddText(chunk, " null");
+      AddText(trace, " null");
       break;
     case Outcome::Fails:
-      AddText(chunk, " error=");
-      AddDecimal(chunk, result.error);
+      AddText(trace, " error=");
+      AddDecimal(trace, result.error);
       break;
   }
 }
 
-void TraceCall(const TraceSink* sink, const char* call, CallResult result) {
-  TraceChunk chunk = {sink, 0, {}};
-  AddText(&chunk, call);
-  AddResult(&chunk, result);
-  AddCharacter(&chunk, '\n');
-  Flush(&chunk);
+void BeginLine(Trace* trace) {
+  trace->lineBytes = 0;
+  trace->chunkBytes = 0;
+  trace->dropping = trace->stopped;
+}
+
+// Ends the line of a call. One that is too long by itself is all that is lost; the first one that
+// would make the whole too large ends the recording.
+void EndLine(Trace* trace, uint32_t rules) {
+  const bool fitsLine = FitsLine(trace);
+  AddCharacter(trace, '\n');
+  if (fitsLine && (!FitsTrace(trace) || trace->rules + rules > MaxRules)) trace->stopped = true;
+  trace->dropping = trace->dropping || !fitsLine || trace->stopped;
+  if (!trace->dropping) Flush(trace);
+  const bool kept = !trace->dropping;
+  if (!kept && trace->leftOut < UINT32_MAX) trace->leftOut++;
+  trace->sink.endLine(trace->sink.context, kept);
+  if (!kept) return;
+  trace->bytes += static_cast<uint32_t>(trace->lineBytes);
+  trace->rules += rules;
+}
+
+void TraceCall(Trace* trace, const char* call, CallResult result) {
+  BeginLine(trace);
+  AddText(trace, call);
+  AddResult(trace, result);
+  EndLine(trace, 0);
 }
 
 }  // namespace
 
-void TraceOpen(const TraceSink* sink, CallResult result) {
-  TraceCall(sink, "open", result);
+void TraceStart(Trace* trace, TraceSink sink) {
+  memset(trace, 0, sizeof(*trace));
+  trace->sink = sink;
 }
 
-void TraceClose(const TraceSink* sink, CallResult result) {
-  TraceCall(sink, "close", result);
+void TraceOpen(Trace* trace, CallResult result) {
+  TraceCall(trace, "open", result);
 }
 
-void TraceRequest(const TraceSink* sink, uint32_t oid, const uint8_t* payload, uint32_t length) {
-  TraceChunk chunk = {sink, 0, {}};
-  AddText(&chunk, "0x");
+void TraceClose(Trace* trace, CallResult result) {
+  TraceCall(trace, "close", result);
+}
+
+void TraceRequest(Trace* trace, uint32_t oid, const uint8_t* payload, uint32_t length) {
+  BeginLine(trace);
+  AddText(trace, "0x");
   for (int shift = 28; shift >= 0; shift -= 4) {
-    AddCharacter(&chunk, "0123456789ABCDEF"[(oid >> shift) & 15]);
+    AddCharacter(trace, "0123456789ABCDEF"[(oid >> shift) & 15]);
   }
-  AddText(&chunk, " len=");
-  AddDecimal(&chunk, length);
-  AddPayload(&chunk, " if 0:", payload, length);
-  Flush(&chunk);
+  AddText(trace, " len=");
+  AddDecimal(trace, length);
+  AddPayload(trace, " if 0:", payload, length);
 }
 
-void TraceAnswer(const TraceSink* sink, const RequestResult* result, const uint8_t* payload,
+void TraceAnswer(Trace* trace, const RequestResult* result, const uint8_t* payload,
                  uint32_t length) {
-  TraceChunk chunk = {sink, 0, {}};
-  AddResult(&chunk, result->call);
-  AddPayload(&chunk, " 0:", payload, length);
-  AddText(&chunk, " times=1");
+  AddResult(trace, result->call);
+  AddPayload(trace, " 0:", payload, length);
+  AddText(trace, " times=1");
   if (result->returned != length) {
-    AddText(&chunk, " returned=");
-    AddDecimal(&chunk, result->returned);
+    AddText(trace, " returned=");
+    AddDecimal(trace, result->returned);
   }
-  AddCharacter(&chunk, '\n');
-  Flush(&chunk);
+  EndLine(trace, 1);
+}
+
+uint32_t FormatLeftOut(uint32_t leftOut, char* line) {
+  constexpr char Text[] = "# calls left out, for which there was no room: ";
+  static_assert(sizeof(Text) + 10 < LeftOutLineBytes);
+  char digits[10];
+  const uint32_t count = FormatDecimal(leftOut, digits);
+  memcpy(line, Text, sizeof(Text) - 1);
+  memcpy(line + sizeof(Text) - 1, digits, count);
+  line[sizeof(Text) - 1 + count] = '\n';
+  return static_cast<uint32_t>(sizeof(Text)) + count;
 }

@@ -1,23 +1,45 @@
 // Trace lines: every call that reached the simulated adapter, written as a scenario statement, so
-// that a trace replays as a scenario.
+// that a trace replays as a scenario. A trace never grows past what a scenario may hold.
 #pragma once
 
 #include <cstdint>
 
 #include "simulator/adapter.h"
 
-// Takes the bytes of a trace in pieces of at most TraceChunkBytes. A piece that ends in a line end
-// ends a line.
 constexpr uint32_t TraceChunkBytes = 512;
+constexpr uint32_t LeftOutLineBytes = 80;
+// Behind its lines a trace has room for the one that tells what was left out.
+constexpr uint32_t MaxTraceBytes = MaxScenarioBytes - LeftOutLineBytes;
+
+// Where the lines go. `write` takes the next piece of a line, of at most TraceChunkBytes, and
+// returns false where it has no room; `endLine` ends a line, which is kept or dropped.
 struct TraceSink {
-  void (*write)(void* context, const char* bytes, uint32_t size);
+  bool (*write)(void* context, const char* bytes, uint32_t size);
+  void (*endLine)(void* context, bool kept);
   void* context;
 };
 
-void TraceOpen(const TraceSink* sink, CallResult result);
-void TraceClose(const TraceSink* sink, CallResult result);
+struct Trace {
+  TraceSink sink;
+  uint32_t bytes;      // of the lines that are kept
+  uint32_t rules;      // among them
+  uint32_t leftOut;    // calls without a line
+  bool stopped;        // a line found no room: nothing more is kept
+  bool dropping;       // nor is the rest of the line being written
+  uint64_t lineBytes;  // of that line, those not passed on included
+  uint32_t chunkBytes;
+  char chunk[TraceChunkBytes];
+};
+
+void TraceStart(Trace* trace, TraceSink sink);
+void TraceOpen(Trace* trace, CallResult result);
+void TraceClose(Trace* trace, CallResult result);
 
 // A request's line in two halves: the payload as sent, then the payload as the answer left it.
-void TraceRequest(const TraceSink* sink, uint32_t oid, const uint8_t* payload, uint32_t length);
-void TraceAnswer(const TraceSink* sink, const RequestResult* result, const uint8_t* payload,
+void TraceRequest(Trace* trace, uint32_t oid, const uint8_t* payload, uint32_t length);
+void TraceAnswer(Trace* trace, const RequestResult* result, const uint8_t* payload,
                  uint32_t length);
+
+// Writes the comment that stands at the end of a trace with calls left out; `line` takes
+// LeftOutLineBytes. Returns its length.
+uint32_t FormatLeftOut(uint32_t leftOut, char* line);

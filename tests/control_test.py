@@ -27,9 +27,9 @@ def expect(words, output="", errors=""):
         sys.exit(f"a8000ctl {words}: {program.returncode} {said}, expected {(output, errors)}")
 
 
-def status(scenario, requests, opened, trace):
+def status(scenario, requests, opened, trace, left_out=""):
     return (f"The simulated adapter is running.\nScenario:  {scenario}\nRequests:  {requests}\n"
-            f"Opened by: {opened}\nTrace:     {trace} bytes\n")
+            f"Opened by: {opened}\nTrace:     {trace} bytes{left_out}\n")
 
 
 def main():
@@ -66,6 +66,17 @@ def main():
     expect(["trace", "trace"])
     assert open("trace").read() == trace, open("trace").read()
     expect(["trace", "missing/trace"], errors="a8000: missing/trace:0: No such file or directory\n")
+    open("any", "w").write("1 ok\n")
+    expect(["scenario", "any"], "The simulated adapter answers from any.\n")
+    filler = start("driver_test.exe", "fill")
+    filler.communicate()
+    assert filler.returncode == 0
+    expect(["trace", "full"],
+           errors="a8000: the trace lacks calls for which there was no room: 2\n")
+    assert open("full").readlines()[-1] == "# calls left out, for which there was no room: 2\n"
+    size = os.path.getsize("full") - len("# calls left out, for which there was no room: 2\n")
+    expect(["status"], status("loaded, 1 rules, 0 registers", 70, 0, size, ", calls left out: 2"))
+    expect(["scenario", "full"], "The simulated adapter answers from full.\n")
     expect(["scenario", "large"], "The simulated adapter answers from large.\n")
     expect(["scenario", "trace"], "The simulated adapter answers from trace.\n")
     expect(["status"], status("loaded, 1 rules, 0 registers", 0, 0, 0))

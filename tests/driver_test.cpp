@@ -1,5 +1,6 @@
 // driver_test: calls the running driver as no tool does, and checks what comes back.
 // driver_test hold: opens the device, sends one request, says so and waits to be killed.
+// driver_test fill: sends as many requests as a trace has no room for.
 #include <windows.h>
 
 #include <cstdint>
@@ -162,11 +163,19 @@ int Hold(HANDLE device) {
   return 1;
 }
 
+int Fill(HANDLE device) {
+  static uint8_t payload[60000];
+  for (int i = 0; i < 70; i++) {
+    if (Ask(device, 1, payload, sizeof(payload)).error != 0) return 1;
+  }
+  return 0;
+}
+
 }  // namespace
 
-int main(int argc, char**) {
+int main(int argc, char** argv) {
   Driver driver = {Open(R"(\\.\A8000)"), nullptr, 0};
-  if (argc > 1) return Hold(driver.device);
+  if (argc > 1) return strcmp(argv[1], "fill") == 0 ? Fill(driver.device) : Hold(driver.device);
   driver.control = Open(ControlDevicePath);
   CheckLengths(&driver);
   CheckErrors(&driver);

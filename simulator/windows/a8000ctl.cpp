@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "simulator/scenario.h"
+#include "simulator/trace.h"
 #include "simulator/windows/control_protocol.h"
 #include "simulator/windows/service_control.h"
 
@@ -147,11 +147,15 @@ bool QueryStatus(SimulatorStatus* status) {
   return Ask(ControlQueryStatus, nullptr, 0, status, sizeof(*status), &returned);
 }
 
-int WarnOfLostLines() {
+// Ends the trace with what it lacks, as the recorder on Linux does.
+int AddLeftOut(const char* name, FILE* file) {
   SimulatorStatus status = {};
   if (!QueryStatus(&status)) return Failed;
-  if (status.lostLines == 0) return Done;
-  fprintf(stderr, "a8000: the trace was full; it lacks the last %u calls\n", status.lostLines);
+  if (status.leftOut == 0) return Done;
+  char line[LeftOutLineBytes];
+  const uint32_t size = FormatLeftOut(status.leftOut, line);
+  if (fwrite(line, 1, size, file) != size) return FailFile(name);
+  fprintf(stderr, "a8000: the trace lacks calls for which there was no room: %u\n", status.leftOut);
   return Failed;
 }
 
@@ -164,7 +168,7 @@ int FetchInto(const char* name, FILE* file) {
     if (!Ask(ControlFetchTrace, &fetch, sizeof(fetch), bytes, sizeof(bytes), &returned)) {
       return Failed;
     }
-    if (returned == 0) return WarnOfLostLines();
+    if (returned == 0) return AddLeftOut(name, file);
     if (fwrite(bytes, 1, returned, file) != returned) return FailFile(name);
     fetch.offset += returned;
   }
@@ -189,7 +193,7 @@ int Status() {
   printf("Requests:  %u\n", status.requests);
   printf("Opened by: %u\n", status.opened);
   printf("Trace:     %u bytes", status.traceBytes);
-  if (status.lostLines > 0) printf(", full: %u calls not recorded", status.lostLines);
+  if (status.leftOut > 0) printf(", calls left out: %u", status.leftOut);
   printf("\n");
   return Done;
 }

@@ -47,6 +47,6 @@ struct SimulatorStatus {
   uint32_t requests;    // answered since the scenario was loaded
   uint32_t opened;      // handles open now
   uint32_t traceBytes;  // recorded
-  uint32_t lostLines;   // calls that found no room in the trace
+  uint32_t leftOut;     // calls that found no room in the trace
 };
 static_assert(sizeof(SimulatorStatus) == 28);

@@ -5,7 +5,6 @@
 #include "simulator/builtin_scenario.h"
 #include "simulator/scenario_memory.h"
 #include "simulator/scenario_parser.h"
-#include "simulator/trace.h"
 #include "simulator/windows/control_protocol.h"
 
 namespace {
@@ -19,10 +18,6 @@ constexpr FrontReply Refusal(uint32_t error) {
 constexpr FrontReply Reply(CallResult result, uint32_t returned) {
   const bool failed = result.outcome == Outcome::Fails;
   return {failed ? result.error : 0, returned, failed};
-}
-
-TraceSink SinkOf(DriverFront* front) {
-  return {TraceStoreWrite, &front->trace};
 }
 
 // Whether a program opens the device as the tool does: for reading and writing, unshared, creating
@@ -60,7 +55,8 @@ void UseScenario(DriverFront* front, StoredScenario* stored, const Scenario* sce
   front->builtin = scenario == &BuiltinScenario;
   front->requests = 0;
   AdapterStart(&front->adapter, scenario, stored->served);
-  TraceStoreClear(&front->trace);
+  TraceStoreClear(&front->traceStore);
+  TraceStart(&front->trace, TraceStoreSink(&front->traceStore));
 }
 
 // Returns false where there is no memory.
@@ -121,7 +117,7 @@ FrontReply Fetch(const DriverFront* front, void* buffer, uint32_t inputLength,
   FetchTrace fetch = {};
   if (inputLength != sizeof(fetch)) return Refusal(ErrorInvalidParameter);
   memcpy(&fetch, buffer, sizeof(fetch));
-  return {0, TraceStoreRead(&front->trace, fetch.offset, buffer, outputLength), false};
+  return {0, TraceStoreRead(&front->traceStore, fetch.offset, buffer, outputLength), false};
 }
 
 FrontReply QueryStatus(const DriverFront* front, void* buffer, uint32_t outputLength) {
@@ -129,8 +125,8 @@ FrontReply QueryStatus(const DriverFront* front, void* buffer, uint32_t outputLe
   const Scenario* scenario = front->adapter.scenario;
   const SimulatorStatus status = {
       front->builtin ? 1U : 0U, scenario->ruleCount, scenario->registerCount,
-      front->requests,          front->opened,       front->trace.lineStart,
-      front->trace.lostLines};
+      front->requests,          front->opened,       front->trace.bytes,
+      front->trace.leftOut};
   memcpy(buffer, &status, sizeof(status));
   return {0, sizeof(status), false};
 }
@@ -140,29 +136,27 @@ FrontReply QueryStatus(const DriverFront* front, void* buffer, uint32_t outputLe
 bool FrontStart(DriverFront* front, HostMemory memory) {
   memset(front, 0, sizeof(*front));
   front->memory = memory;
-  front->trace.memory = memory;
+  front->traceStore.memory = memory;
   return UseBuiltin(front);
 }
 
 void FrontStop(DriverFront* front) {
-  TraceStoreClear(&front->trace);
+  TraceStoreClear(&front->traceStore);
   front->memory.release(front->scenarioMemory);
   front->scenarioMemory = nullptr;
 }
 
 FrontReply FrontOpen(DriverFront* front, OpenTerms terms) {
-  CallResult result = {Outcome::Fails, ErrorInvalidParameter};
-  if (AreChannelTerms(terms)) result = AdapterOpen(&front->adapter);
-  const TraceSink sink = SinkOf(front);
-  TraceOpen(&sink, result);
+  if (!AreChannelTerms(terms)) return Refusal(ErrorInvalidParameter);
+  const CallResult result = AdapterOpen(&front->adapter);
+  TraceOpen(&front->trace, result);
   if (result.outcome != Outcome::Fails) front->opened++;
   return Reply(result, 0);
 }
 
 FrontReply FrontClose(DriverFront* front) {
   const CallResult result = AdapterClose(&front->adapter);
-  const TraceSink sink = SinkOf(front);
-  TraceClose(&sink, result);
+  TraceClose(&front->trace, result);
   if (front->opened > 0) front->opened--;
   return Reply(result, 0);
 }
@@ -175,10 +169,9 @@ FrontReply FrontRequest(DriverFront* front, uint32_t code, const void* input, ui
   memcpy(&oid, input, sizeof(oid));
 
   auto* bytes = static_cast<uint8_t*>(payload);
-  const TraceSink sink = SinkOf(front);
-  TraceRequest(&sink, oid, bytes, length);
+  TraceRequest(&front->trace, oid, bytes, length);
   const RequestResult result = AdapterRequest(&front->adapter, oid, bytes, length);
-  TraceAnswer(&sink, &result, bytes, length);
+  TraceAnswer(&front->trace, &result, bytes, length);
   front->requests++;
   return Reply(result.call, result.returned);
 }

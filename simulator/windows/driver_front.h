@@ -11,7 +11,8 @@ struct DriverFront {
   HostMemory memory;
   void* scenarioMemory;  // the scenario in force, with its counters
   Adapter adapter;
-  TraceStore trace;
+  Trace trace;
+  TraceStore traceStore;
   uint32_t requests;  // answered since the scenario was loaded
   uint32_t opened;    // handles open now
   bool builtin;

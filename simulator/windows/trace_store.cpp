@@ -14,7 +14,8 @@ char* CurrentBlock(TraceStore* store) {
   return store->blocks[index];
 }
 
-bool Append(TraceStore* store, const char* bytes, uint32_t size) {
+bool Append(void* context, const char* bytes, uint32_t size) {
+  auto* store = static_cast<TraceStore*>(context);
   while (size > 0) {
     char* block = CurrentBlock(store);
     if (block == nullptr) return false;
@@ -29,18 +30,19 @@ bool Append(TraceStore* store, const char* bytes, uint32_t size) {
   return true;
 }
 
-}  // namespace
-
-void TraceStoreWrite(void* context, const char* bytes, uint32_t size) {
+void EndLine(void* context, bool kept) {
   auto* store = static_cast<TraceStore*>(context);
-  const bool lineEnds = size > 0 && bytes[size - 1] == '\n';
-  if (!store->full && !Append(store, bytes, size)) {
-    store->full = true;
+  if (kept) {
+    store->lineStart = store->used;
+  } else {
     store->used = store->lineStart;
   }
-  if (!lineEnds) return;
-  store->lineStart = store->used;
-  if (store->full) store->lostLines++;
+}
+
+}  // namespace
+
+TraceSink TraceStoreSink(TraceStore* store) {
+  return {Append, EndLine, store};
 }
 
 uint32_t TraceStoreRead(const TraceStore* store, uint32_t offset, void* bytes, uint32_t room) {
@@ -66,6 +68,4 @@ void TraceStoreClear(TraceStore* store) {
   }
   store->used = 0;
   store->lineStart = 0;
-  store->lostLines = 0;
-  store->full = false;
 }

@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "platform/device_io.h"
+#include "platform/trace_file.h"
 #include "simulator/adapter.h"
 #include "simulator/scenario_memory.h"
 #include "simulator/scenario_parser.h"
@@ -159,29 +163,55 @@ TEST(SimulatedAdapter, KeepsWhatIsWrittenToRegisters) {
   EXPECT_EQ(AdapterOpen(&none.adapter).outcome, Outcome::Succeeds);
 }
 
+// The bytes of a trace, and where its last line starts.
+struct TraceText {
+  std::string text;
+  size_t lineStart;
+};
+
+TraceSink SinkOf(TraceText* text) {
+  const auto append = [](void* context, const char* bytes, uint32_t size) {
+    EXPECT_LE(size, TraceChunkBytes);
+    static_cast<TraceText*>(context)->text.append(bytes, size);
+    return true;
+  };
+  const auto endLine = [](void* context, bool kept) {
+    auto* trace = static_cast<TraceText*>(context);
+    if (!kept) trace->text.resize(trace->lineStart);
+    trace->lineStart = trace->text.size();
+  };
+  return {append, endLine, text};
+}
+
+std::string ReadFile(const std::string& name) {
+  std::ifstream stream(name);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+void Call(Loaded* loaded, Trace* trace, std::string payload) {
+  auto* bytes = reinterpret_cast<uint8_t*>(payload.data());
+  const auto length = static_cast<uint32_t>(payload.size());
+  TraceRequest(trace, 0xFEDCBA05, bytes, length);
+  const RequestResult result = AdapterRequest(&loaded->adapter, 0xFEDCBA05, bytes, length);
+  TraceAnswer(trace, &result, bytes, length);
+}
+
 // The trace of a few requests from opening to closing.
 std::string Record(const std::string& scenario) {
   Loaded loaded;
   Load(&loaded, scenario);
-  std::string trace;
-  const auto append = [](void* context, const char* bytes, uint32_t size) {
-    EXPECT_LE(size, TraceChunkBytes);
-    static_cast<std::string*>(context)->append(bytes, size);
-  };
-  const TraceSink sink = {append, &trace};
-  TraceOpen(&sink, AdapterOpen(&loaded.adapter));
-  for (std::string payload : {std::string(2, 0),
-                              std::string("\xFE\xDC\xBA\x98\x76\x54\x32\x10"),
-                              {},
-                              std::string(9000, 1)}) {
-    auto* bytes = reinterpret_cast<uint8_t*>(payload.data());
-    const auto length = static_cast<uint32_t>(payload.size());
-    TraceRequest(&sink, 0xFEDCBA05, bytes, length);
-    const RequestResult result = AdapterRequest(&loaded.adapter, 0xFEDCBA05, bytes, length);
-    TraceAnswer(&sink, &result, bytes, length);
+  TraceText text = {};
+  Trace trace;
+  TraceStart(&trace, SinkOf(&text));
+  TraceOpen(&trace, AdapterOpen(&loaded.adapter));
+  for (const std::string& payload : {std::string(2, 0),
+                                     std::string("\xFE\xDC\xBA\x98\x76\x54\x32\x10"),
+                                     {},
+                                     std::string(9000, 1)}) {
+    Call(&loaded, &trace, payload);
   }
-  TraceClose(&sink, AdapterClose(&loaded.adapter));
-  return trace;
+  TraceClose(&trace, AdapterClose(&loaded.adapter));
+  return text.text;
 }
 
 TEST(Trace, ReplaysAsAScenario) {
@@ -196,6 +226,62 @@ TEST(Trace, ReplaysAsAScenario) {
   EXPECT_TRUE(trace.ends_with("0101ff times=1\nclose error=6\n"));
   EXPECT_EQ(Record(trace), trace);
   EXPECT_EQ(Record("open null").substr(0, 10), "open null\n");
+}
+
+TEST(Trace, KeepsToWhatAScenarioMayHold) {
+  const struct {
+    std::vector<size_t> lengths;
+    std::string lastLines;
+  } cases[] = {
+      {{262133}, "close ok\n"},
+      {{262134, 1000000, 1}, "close ok\n# calls left out, for which there was no room: 2\n"},
+      {std::vector<size_t>(65536), "close ok\n"},
+      {std::vector<size_t>(65539),
+       "ok times=1\n# calls left out, for which there was no room: 4\n"},
+      {std::vector<size_t>(20, 262133), "\n# calls left out, for which there was no room: 6\n"}};
+  const std::string name = testing::TempDir() + "trace_limits";
+  static TraceFile file;
+  Loaded answers;
+  Load(&answers, "0xFEDCBA05 ok");
+  for (const auto& [lengths, lastLines] : cases) {
+    ASSERT_TRUE(CreateTraceFile(&file, name.c_str()));
+    TraceOpen(&file.trace, {Outcome::Succeeds, 0});
+    for (const size_t length : lengths) Call(&answers, &file.trace, std::string(length, 1));
+    TraceClose(&file.trace, {Outcome::Succeeds, 0});
+    close(file.file);
+    const std::string text = ReadFile(name);
+    EXPECT_TRUE(text.ends_with(lastLines)) << text.substr(text.size() - 80);
+    Loaded replayed;
+    Load(&replayed, text);
+    EXPECT_EQ(replayed.scenario.ruleCount, file.trace.rules);
+  }
+  remove(name.c_str());
+}
+
+TEST(SimulatedDevice, RecordsNothingThatItRefuses) {
+  constexpr DWORD Code = 0x00170002;
+  const std::string name = testing::TempDir() + "trace_refusals";
+  setenv("A8000_TRACE", name.c_str(), 1);
+  unsetenv("A8000_SCENARIO");
+  const auto open = [](const char* path, DWORD sharing) {
+    return CreateFileA(path, GENERIC_READ | GENERIC_WRITE, sharing, nullptr, CREATE_ALWAYS,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+  };
+  char data[8] = {};
+  HANDLE device = open("\\\\.\\A8000", 0);
+  EXPECT_FALSE(DeviceIoControl(data, Code, data, 4, data, 8, nullptr, nullptr));
+  EXPECT_EQ(GetLastError(), 6U);
+  EXPECT_FALSE(DeviceIoControl(device, 1, data, 4, data, 8, nullptr, nullptr));
+  EXPECT_EQ(GetLastError(), 1U);
+  EXPECT_FALSE(DeviceIoControl(device, Code, data, 3, data, 8, nullptr, nullptr));
+  EXPECT_EQ(GetLastError(), 87U);
+  EXPECT_TRUE(CloseHandle(device));
+  EXPECT_EQ(open("\\\\.\\A8001", 0), INVALID_HANDLE_VALUE);
+  EXPECT_EQ(GetLastError(), 2U);
+  EXPECT_EQ(open("\\\\.\\A8000", 1), INVALID_HANDLE_VALUE);
+  EXPECT_EQ(GetLastError(), 87U);
+  EXPECT_EQ(ReadFile(name), "open ok\nclose ok\n");
+  remove(name.c_str());
 }
 
 }  // namespace

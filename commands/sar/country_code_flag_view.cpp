@@ -10,7 +10,7 @@ namespace {
 // ZWCC
 constexpr uint32_t ZwccLength = 8;
 constexpr uint32_t ForceAt = TableAt;            // how the country is imposed
-constexpr uint32_t CountryCodeAt = TableAt + 2;  // 2 bytes
+constexpr uint32_t CountryCodeAt = TableAt + 2;  // 2 bytes, the second letter first
 
 // ZWFG
 constexpr uint32_t FlagCountAt = TableAt + 2;

@@ -42,7 +42,9 @@ int RunTool(int argc, char** argv) {
     return 1;
   }
   int result = argc > 1 ? RunCommand(argc, argv) : 1;
-  if (!CloseDevice()) {
+  const bool closed = CloseDevice();
+  DeviceHandle = nullptr;
+  if (!closed) {
     ConsolePrintf("CloseDevice Failed\n");
     return 1;
   }

@@ -12,6 +12,7 @@ constexpr uint32_t IoctlNdisQueryGlobalStats = 0x00170002;
 HANDLE DeviceHandle = nullptr;
 
 HANDLE OpenDevice() {
+  ConsoleFlush();
   // CREATE_ALWAYS opens a device like any other disposition does; the driver expects it.
   HANDLE device = CreateFileA(DevicePath, GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                               FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -24,6 +25,7 @@ HANDLE OpenDevice() {
 }
 
 bool CloseDevice() {
+  ConsoleFlush();
   return CloseHandle(DeviceHandle) != 0;
 }
 

@@ -1,4 +1,5 @@
-// The tool's only link to the adapter's driver: one device handle, one request convention.
+// The tool's only link to the adapter's driver: one device handle, one request convention. All that
+// was printed is written out before each call into the driver, which may hang or crash.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +17,7 @@ HANDLE OpenDevice();
 bool CloseDevice();
 
 // Sends one OID with its payload and waits for the answer. The payload carries the question to the
-// driver and the answer back in the same bytes; all that was printed so far is written out first.
+// driver and the answer back in the same bytes.
 // Returns false when the driver refuses; GetLastError() then holds the code.
 // `bytesReturned`, where given, receives the count that the platform reports, on refusal too.
 bool OidRequest(uint32_t oid, void* payload, uint32_t length, uint32_t* bytesReturned = nullptr);

@@ -274,7 +274,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     char* words[MostWords + 1];
     memcpy(words, run->words, sizeof(words));
     ToolMain(run->wordCount, words);
-    Require(!run->open && run->blockCount == 0 && run->file == nullptr);
+    Require(!run->open && run->blockCount == 0 && run->file == nullptr && DeviceHandle == nullptr);
   }
   GiveBack(run);
   return 0;

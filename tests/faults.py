@@ -6,6 +6,7 @@ Nothing may hang or crash, and the requests are those of an undisturbed run.
 import argparse
 import fcntl
 import os
+import select
 import signal
 import subprocess
 import sys
@@ -115,6 +116,29 @@ class Faults(unittest.TestCase):
         code, output, errors = self.run_tool(
             ["get_mac_Add"], variables={"A8000_SCENARIO": "", "A8000_TRACE": ""})
         self.assertEqual((code, errors, os.listdir(self.folder)), (0, b"", []))
+
+    def test_driver_that_hangs(self):
+        """What was printed is on the screen while opening or closing lasts: the trace is a pipe
+        without room for the call's line."""
+        _, printed, _ = self.run_tool(["get_mac_Add"])
+        trace = os.path.join(self.folder, "trace")
+        recorded = os.path.getsize(trace)
+        os.remove(trace)
+        os.mkfifo(trace)
+        banner = printed[:printed.index(b"\n\n") + 2]
+        for room, expected in ((len("open ok"), banner), (recorded - 1, printed)):
+            pipe = os.open(trace, os.O_RDWR)
+            os.write(pipe, b"x" * (fcntl.fcntl(pipe, fcntl.F_SETPIPE_SZ, 4096) - room))
+            process = self.start(["get_mac_Add"])
+            self.addCleanup(process.kill)
+            output = b""
+            while (output != expected and select.select([process.stdout], [], [], SECONDS)[0] and
+                   (piece := os.read(process.stdout.fileno(), 4096))):
+                output += piece
+            self.assertEqual((output, process.poll()), (expected, None))
+            process.kill()
+            process.communicate(timeout=SECONDS)
+            os.close(pipe)
 
     def test_killed_between_requests(self):
         """Every request of which something was printed is in the trace, as a whole line."""

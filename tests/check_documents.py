@@ -150,9 +150,9 @@ def check_records(text, sources):
 def check_constants(text, sources):
     """Compares table rows that begin with a constant's name with its numbers."""
     problems, values = "", {}
-    for name, value in re.findall(r"^constexpr \w+ (\w+At|\w+Length|Layout\d+|Zw\w+) = \{?([^;}]*)",
+    for name, value in re.findall(r"^constexpr \w+ (\w+At|\w+Length|Zw\w+) = \{?([^;}]*)",
                                   sources, re.M):
-        numbers = re.findall(r"\b\d+\b(?: \+ \d+)?", value.replace("TableAt", "16"))
+        numbers = re.findall(r"\b\d+\b(?: \+ \d+)?", value.replace("TableFieldsAt", "16"))
         values.setdefault(name, []).append([sum(map(int, n.split(" + "))) for n in numbers])
     for name, *cells in rows(text):
         numbers = [int(cell) for cell in cells if cell.isdigit()]

@@ -9,12 +9,12 @@ namespace {
 
 // ZWCC
 constexpr uint32_t ZwccLength = 8;
-constexpr uint32_t ForceAt = TableAt;            // how the country is imposed
-constexpr uint32_t CountryCodeAt = TableAt + 2;  // 2 bytes, the second letter first
+constexpr uint32_t ForceAt = TableFieldsAt;            // how the country is imposed
+constexpr uint32_t CountryCodeAt = TableFieldsAt + 2;  // 2 bytes, the second letter first
 
 // ZWFG
-constexpr uint32_t FlagCountAt = TableAt + 2;
-constexpr uint32_t FirstFlagAt = TableAt + 4;
+constexpr uint32_t FlagCountAt = TableFieldsAt + 2;
+constexpr uint32_t FirstFlagAt = TableFieldsAt + 4;
 
 }  // namespace
 

@@ -25,7 +25,7 @@ const uint8_t* RowPowers(const RowTable& table, const AcpiTableQuery& record, ui
 void PrintRowTable(const SarLayout& layout, const RowTable& table, const AcpiTableQuery& record,
                    uint32_t current) {
   uint32_t count = record.bytes[table.rowCountAt];
-  ConsolePrintf("%s: %d\n", table.firstHead, record.bytes[TableAt]);
+  ConsolePrintf("%s: %d\n", table.firstHead, record.bytes[TableFieldsAt]);
   ConsolePrintf("Total %s Table Index: %d\n", table.kind, static_cast<int>(count));
   ConsolePrintf("Current %s Table Index: %d\n", table.kind, static_cast<int>(current + 1));
   ConsolePrintf("\n");

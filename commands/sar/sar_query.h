@@ -1,33 +1,139 @@
 // The record that every `sar` view exchanges with the driver, and the reports of what went wrong.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
-// One generation of the driver's table record: its length and what it holds where, in bytes.
-struct SarLayout {
-  uint32_t recordLength;
-  uint32_t rowIndexAt;          // ucCurTableIdx
-  uint32_t sensorAt;            // u4SensorVersion, -Available, -CbStatus, -ModeIdx, 4 bytes each
-  uint32_t updateTimeAt;        // u8LastUpdateTime; 0: the record has none
-  uint32_t shortestPowerTable;  // least length of a ZWPL table
-  bool hasRatedPowerRows;       // ZWPL tables of version 1 are known
+// The record of OidAcpiTable, in three generations that differ in length.
+struct AcpiTableQuery176 {
+  uint32_t u4SubCmd;  // question: a SarView
+  uint8_t fgIs6G;     // question: 1 where it is about 6 GHz; answer: 0 or a table with 6 GHz bands
+  uint8_t reserved5[3];
+  uint32_t u4TableLen;    // answer: bytes of the table
+  uint8_t aucTable[144];  // answer: the platform's table, which begins with a 4-byte signature
+  uint8_t ucCurTableIdx;  // answer: the row in force, counted from 0
+  uint8_t reserved157[3];
+  uint32_t u4SensorVersion;
+  uint32_t u4SensorAvailable;
+  uint32_t u4SensorCbStatus;  // 0: the driver's sensor callback succeeded
+  uint32_t u4SensorModeIdx;
 };
+static_assert(sizeof(AcpiTableQuery176) == 176);
+static_assert(offsetof(AcpiTableQuery176, fgIs6G) == 4);
+static_assert(offsetof(AcpiTableQuery176, u4TableLen) == 8);
+static_assert(offsetof(AcpiTableQuery176, aucTable) == 12);
+static_assert(offsetof(AcpiTableQuery176, ucCurTableIdx) == 156);
+static_assert(offsetof(AcpiTableQuery176, u4SensorVersion) == 160);
+static_assert(offsetof(AcpiTableQuery176, u4SensorModeIdx) == 172);
 
-constexpr SarLayout Layout176 = {176, 156, 160, 0, 328, false};
-constexpr SarLayout Layout184 = {184, 156, 160, 176, 0, true};
-constexpr SarLayout Layout368 = {368, 340, 344, 360, 0, true};
+struct AcpiTableQuery184 {
+  uint32_t u4SubCmd;  // question: a SarView
+  uint8_t fgIs6G;     // question: 1 where it is about 6 GHz; answer: 0 or a table with 6 GHz bands
+  uint8_t reserved5[3];
+  uint32_t u4TableLen;    // answer: bytes of the table
+  uint8_t aucTable[144];  // answer: the platform's table, which begins with a 4-byte signature
+  uint8_t ucCurTableIdx;  // answer: the row in force, counted from 0
+  uint8_t reserved157[3];
+  uint32_t u4SensorVersion;
+  uint32_t u4SensorAvailable;
+  uint32_t u4SensorCbStatus;  // 0: the driver's sensor callback succeeded
+  uint32_t u4SensorModeIdx;
+  uint64_t u8LastUpdateTime;  // 100 nanosecond ticks since 1601-01-01 00:00 UTC
+};
+static_assert(sizeof(AcpiTableQuery184) == 184);
+static_assert(offsetof(AcpiTableQuery184, fgIs6G) == 4);
+static_assert(offsetof(AcpiTableQuery184, u4TableLen) == 8);
+static_assert(offsetof(AcpiTableQuery184, aucTable) == 12);
+static_assert(offsetof(AcpiTableQuery184, ucCurTableIdx) == 156);
+static_assert(offsetof(AcpiTableQuery184, u4SensorVersion) == 160);
+static_assert(offsetof(AcpiTableQuery184, u4SensorModeIdx) == 172);
+static_assert(offsetof(AcpiTableQuery184, u8LastUpdateTime) == 176);
+
+struct AcpiTableQuery368 {
+  uint32_t u4SubCmd;  // question: a SarView
+  uint8_t fgIs6G;     // question: 1 where it is about 6 GHz; answer: 0 or a table with 6 GHz bands
+  uint8_t reserved5[3];
+  uint32_t u4TableLen;    // answer: bytes of the table
+  uint8_t aucTable[328];  // answer: the platform's table, which begins with a 4-byte signature
+  uint8_t ucCurTableIdx;  // answer: the row in force, counted from 0
+  uint8_t reserved341[3];
+  uint32_t u4SensorVersion;
+  uint32_t u4SensorAvailable;
+  uint32_t u4SensorCbStatus;  // 0: the driver's sensor callback succeeded
+  uint32_t u4SensorModeIdx;
+  uint64_t u8LastUpdateTime;  // 100 nanosecond ticks since 1601-01-01 00:00 UTC
+};
+static_assert(sizeof(AcpiTableQuery368) == 368);
+static_assert(offsetof(AcpiTableQuery368, fgIs6G) == 4);
+static_assert(offsetof(AcpiTableQuery368, u4TableLen) == 8);
+static_assert(offsetof(AcpiTableQuery368, aucTable) == 12);
+static_assert(offsetof(AcpiTableQuery368, ucCurTableIdx) == 340);
+static_assert(offsetof(AcpiTableQuery368, u4SensorVersion) == 344);
+static_assert(offsetof(AcpiTableQuery368, u4SensorModeIdx) == 356);
+static_assert(offsetof(AcpiTableQuery368, u8LastUpdateTime) == 360);
 
 // A record of any generation. The shorter ones use its first bytes only.
 struct AcpiTableQuery {
-  uint8_t bytes[368];
+  uint8_t bytes[sizeof(AcpiTableQuery368)];
 };
-static_assert(sizeof(AcpiTableQuery) == Layout368.recordLength);
 
-// What stands at the same place in every generation.
-constexpr uint32_t SubCmdAt = 0;    // u4SubCmd, 4 bytes
-constexpr uint32_t Is6GAt = 4;      // fgIs6G; in the answer non-zero for a table with 6 GHz bands
-constexpr uint32_t TableLenAt = 8;  // u4TableLen, 4 bytes: counted from the signature on
-constexpr uint32_t TableAt = 16;    // the platform's table behind its 4-byte signature
+// What every generation has at the same place.
+constexpr uint32_t SubCmdAt = offsetof(AcpiTableQuery176, u4SubCmd);
+constexpr uint32_t Is6GAt = offsetof(AcpiTableQuery176, fgIs6G);
+constexpr uint32_t TableLenAt = offsetof(AcpiTableQuery176, u4TableLen);
+constexpr uint32_t TableFieldsAt = 16;  // the table's own fields, behind its signature
+static_assert(TableFieldsAt == offsetof(AcpiTableQuery176, aucTable) + 4);
+
+// What differs between the generations.
+struct SarLayout {
+  uint32_t recordLength;
+  uint32_t rowIndexAt;  // where the record has ucCurTableIdx, and so on
+  uint32_t sensorVersionAt;
+  uint32_t sensorAvailableAt;
+  uint32_t sensorCbStatusAt;
+  uint32_t sensorModeIdxAt;
+  uint32_t updateTimeAt;       // or NoUpdateTime
+  bool takesShortPowerTables;  // ZWPL tables without all their rows
+  bool hasRatedPowerRows;      // ZWPL tables of version 1 are known
+};
+
+constexpr uint32_t NoUpdateTime = 0;
+
+constexpr SarLayout Layout176 = {
+    .recordLength = sizeof(AcpiTableQuery176),
+    .rowIndexAt = offsetof(AcpiTableQuery176, ucCurTableIdx),
+    .sensorVersionAt = offsetof(AcpiTableQuery176, u4SensorVersion),
+    .sensorAvailableAt = offsetof(AcpiTableQuery176, u4SensorAvailable),
+    .sensorCbStatusAt = offsetof(AcpiTableQuery176, u4SensorCbStatus),
+    .sensorModeIdxAt = offsetof(AcpiTableQuery176, u4SensorModeIdx),
+    .updateTimeAt = NoUpdateTime,
+    .takesShortPowerTables = false,
+    .hasRatedPowerRows = false,
+};
+
+constexpr SarLayout Layout184 = {
+    .recordLength = sizeof(AcpiTableQuery184),
+    .rowIndexAt = offsetof(AcpiTableQuery184, ucCurTableIdx),
+    .sensorVersionAt = offsetof(AcpiTableQuery184, u4SensorVersion),
+    .sensorAvailableAt = offsetof(AcpiTableQuery184, u4SensorAvailable),
+    .sensorCbStatusAt = offsetof(AcpiTableQuery184, u4SensorCbStatus),
+    .sensorModeIdxAt = offsetof(AcpiTableQuery184, u4SensorModeIdx),
+    .updateTimeAt = offsetof(AcpiTableQuery184, u8LastUpdateTime),
+    .takesShortPowerTables = true,
+    .hasRatedPowerRows = true,
+};
+
+constexpr SarLayout Layout368 = {
+    .recordLength = sizeof(AcpiTableQuery368),
+    .rowIndexAt = offsetof(AcpiTableQuery368, ucCurTableIdx),
+    .sensorVersionAt = offsetof(AcpiTableQuery368, u4SensorVersion),
+    .sensorAvailableAt = offsetof(AcpiTableQuery368, u4SensorAvailable),
+    .sensorCbStatusAt = offsetof(AcpiTableQuery368, u4SensorCbStatus),
+    .sensorModeIdxAt = offsetof(AcpiTableQuery368, u4SensorModeIdx),
+    .updateTimeAt = offsetof(AcpiTableQuery368, u8LastUpdateTime),
+    .takesShortPowerTables = true,
+    .hasRatedPowerRows = true,
+};
 
 // The views. Each value is the subcommand code that asks the driver for the view's table.
 enum class SarView : uint32_t {

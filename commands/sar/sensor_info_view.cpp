@@ -6,12 +6,6 @@
 
 namespace {
 
-// Where the fields stand behind SarLayout::sensorAt.
-constexpr uint32_t VersionAt = 0;
-constexpr uint32_t AvailableAt = 4;
-constexpr uint32_t CallbackStatusAt = 8;  // 0: the driver's sensor callback succeeded
-constexpr uint32_t ModeIndexAt = 12;
-
 constexpr uint64_t TicksPerSecond = 10000000;  // a tick is 100 nanoseconds
 constexpr int64_t SecondsFrom1601To1970 = 11644473600;
 
@@ -29,13 +23,13 @@ int ShowSensorInfo(const SarLayout& layout) {
   AcpiTableQuery record = {};
   if (!FetchSarTable(layout, &record, SarView::SensorInfo)) return 1;
 
-  const uint8_t* sensor = record.bytes + layout.sensorAt;
-  ConsolePrintf("Sensor Available             [0x%x]\n", ReadU32(sensor + AvailableAt));
-  ConsolePrintf("Sensor Version               [0x%X]\n", ReadU32(sensor + VersionAt));
-  ConsolePrintf("Sensor Mode Index            [0x%X]\n", ReadU32(sensor + ModeIndexAt));
-  if (layout.updateTimeAt != 0) PrintUpdateTime(ReadU64(record.bytes + layout.updateTimeAt));
+  const uint8_t* bytes = record.bytes;
+  ConsolePrintf("Sensor Available             [0x%x]\n", ReadU32(bytes + layout.sensorAvailableAt));
+  ConsolePrintf("Sensor Version               [0x%X]\n", ReadU32(bytes + layout.sensorVersionAt));
+  ConsolePrintf("Sensor Mode Index            [0x%X]\n", ReadU32(bytes + layout.sensorModeIdxAt));
+  if (layout.updateTimeAt != NoUpdateTime) PrintUpdateTime(ReadU64(bytes + layout.updateTimeAt));
 
-  uint32_t callbackStatus = ReadU32(sensor + CallbackStatusAt);
+  uint32_t callbackStatus = ReadU32(bytes + layout.sensorCbStatusAt);
   if (callbackStatus == 0) {
     ConsolePrintf("Sensor CB Status Successful.");
   } else {

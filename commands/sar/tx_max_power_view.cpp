@@ -7,9 +7,9 @@
 namespace {
 
 constexpr uint32_t ZwplLength = 328;  // with all its 80 rows
-constexpr uint32_t VersionAt = TableAt;
-constexpr uint32_t RowCountAt = TableAt + 1;
-constexpr uint32_t FirstRowAt = TableAt + 4;
+constexpr uint32_t VersionAt = TableFieldsAt;
+constexpr uint32_t RowCountAt = TableFieldsAt + 1;
+constexpr uint32_t FirstRowAt = TableFieldsAt + 4;
 constexpr uint32_t RowLength = 4;
 
 // By band number. Version 0 knows the first two.
@@ -46,7 +46,7 @@ int ShowTxMaxPowerTable(const SarLayout& layout) {
   if (!FetchSarTable(layout, &record, SarView::TxMaxPowerTable)) return 1;
 
   uint32_t length = ReadU32(record.bytes + TableLenAt);
-  if (length < layout.shortestPowerTable || length > ZwplLength) {
+  if (length > ZwplLength || (length < ZwplLength && !layout.takesShortPowerTables)) {
     PrintTableSizeError(SizeErrorForm::Unbroken, ZwplLength, length);
     return 1;
   }

@@ -92,6 +92,11 @@ void WriteTrace(const Adapter* adapter, const Exchange* exchanges, uint32_t coun
     const Exchange* exchange = &exchanges[i];
     TraceRequest(&trace, exchange->oid, exchange->sent, exchange->length);
     TraceAnswer(&trace, &exchange->result, exchange->answered, exchange->length);
+    if (!exchange->result.unserved) continue;
+    const NearestRule nearest =
+        FindNearestRule(adapter, exchange->oid, exchange->sent, exchange->length);
+    Require(nearest.misfit != Misfit::Oid);
+    TraceUnserved(&trace, &nearest);
   }
   TraceClose(&trace, AdapterClose(adapter));
   Require(trace.leftOut == 0 && trace.bytes == text->used && trace.rules == count);

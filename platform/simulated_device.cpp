@@ -215,6 +215,10 @@ BOOL DeviceIoControl(HANDLE device, DWORD controlCode, void* input, DWORD inputL
   if (trace != nullptr) TraceRequest(trace, oid, payload, outputLength);
   const RequestResult result = AdapterRequest(&simulated->adapter, oid, payload, outputLength);
   if (trace != nullptr) TraceAnswer(trace, &result, payload, outputLength);
+  if (trace != nullptr && result.unserved) {
+    const NearestRule nearest = FindNearestRule(&simulated->adapter, oid, payload, outputLength);
+    TraceUnserved(trace, &nearest);
+  }
   if (bytesReturned != nullptr) *bytesReturned = result.returned;
   if (result.call.outcome == Outcome::Fails) return Refuse(simulated, result.call.error);
   return 1;

@@ -32,8 +32,16 @@ bool TakePiece(void* context, const char* bytes, uint32_t size) {
   return true;
 }
 
+// Ends the recording. What could not be written as a whole is taken back where the file allows it.
+void EndFile(TraceFile* trace) {
+  const int ended = ftruncate(trace->file, off_t{trace->trace.bytes});
+  (void)ended;
+  close(trace->file);
+  trace->file = -1;
+  trace->trace.stopped = true;
+}
+
 // Writes the line and the comment on what is left out, which the next line takes the place of.
-// What cannot be written as a whole is taken back.
 void WriteLine(void* context, bool kept) {
   auto* trace = static_cast<TraceFile*>(context);
   const uint32_t lineBytes = kept ? trace->used : 0;
@@ -45,10 +53,7 @@ void WriteLine(void* context, bool kept) {
   }
   if (!WriteAll(trace->file, trace->line, size)) {
     ReportFileError(trace->name);
-    (void)!ftruncate(trace->file, trace->trace.bytes);
-    close(trace->file);
-    trace->file = -1;
-    trace->trace.stopped = true;
+    EndFile(trace);
   } else if (size > lineBytes) {
     lseek(trace->file, off_t{trace->trace.bytes} + lineBytes, SEEK_SET);
   }

@@ -51,7 +51,7 @@ RequestResult ApplyRule(const Scenario* scenario, const ScenarioRule* rule, uint
   for (uint32_t i = 0; i < rule->writeCount; i++) {
     WritePatch(scenario, &writes[i], payload, length);
   }
-  return {rule->result, rule->hasReturned ? rule->returned : length};
+  return {rule->result, rule->hasReturned ? rule->returned : length, false};
 }
 
 uint32_t ReadRegister(const Adapter* adapter, uint32_t address) {
@@ -77,18 +77,51 @@ CallResult WriteRegister(Adapter* adapter, RegisterValue entry) {
   return Success;
 }
 
-// Serves a request that no rule has answered.
-CallResult AccessRegister(Adapter* adapter, uint32_t oid, uint8_t* payload, uint32_t length) {
-  RegisterValue entry = {};
+bool IsRegisterAccess(const Adapter* adapter, uint32_t oid, uint32_t length) {
   const bool known = oid == OidReadRegister || oid == OidWriteRegister;
-  if (!known || adapter->scenario->registerCount == 0 || length != sizeof(entry)) {
-    return {Outcome::Fails, ErrorNotSupported};
-  }
+  return known && adapter->scenario->registerCount > 0 && length == sizeof(RegisterValue);
+}
+
+CallResult AccessRegister(Adapter* adapter, uint32_t oid, uint8_t* payload) {
+  RegisterValue entry = {};
   memcpy(&entry, payload, sizeof(entry));
   if (oid == OidWriteRegister) return WriteRegister(adapter, entry);
   entry.value = ReadRegister(adapter, entry.address);
   memcpy(payload, &entry, sizeof(entry));
   return Success;
+}
+
+// How many of a condition's bytes fit, up to the first one that does not.
+uint32_t FittingBytes(const Scenario* scenario, const ScenarioPatch* patch, const uint8_t* payload,
+                      uint32_t length) {
+  uint32_t count = 0;
+  for (; count < patch->count; count++) {
+    const uint32_t source = patch->firstByte + (patch->fill ? 0 : count);
+    if (patch->offset >= length || count >= length - patch->offset) break;
+    if (payload[patch->offset + count] != scenario->bytes[source]) break;
+  }
+  return count;
+}
+
+// What keeps a rule from serving a request with its OID; `fitting` is how many of its conditions'
+// bytes fit before the first one that does not.
+NearestRule FindMisfit(const Scenario* scenario, const ScenarioRule* rule, const uint8_t* payload,
+                       uint32_t length, uint64_t* fitting) {
+  *fitting = 0;
+  if (rule->hasLength && rule->length != length) {
+    return {Misfit::Length, rule->line, rule->length, 0};
+  }
+  for (uint32_t i = 0; i < rule->conditionCount; i++) {
+    const ScenarioPatch* patch = &scenario->patches[rule->firstPatch + i];
+    const uint32_t count = FittingBytes(scenario, patch, payload, length);
+    *fitting += count;
+    if (PatchMatches(scenario, patch, payload, length)) continue;
+    const uint32_t offset = patch->offset + count;
+    if (offset >= length) return {Misfit::End, rule->line, offset, 0};
+    const uint32_t source = patch->firstByte + (patch->fill ? 0 : count);
+    return {Misfit::Byte, rule->line, offset, scenario->bytes[source]};
+  }
+  return {Misfit::UsedUp, rule->line, 0, 0};
 }
 
 }  // namespace
@@ -117,5 +150,26 @@ RequestResult AdapterRequest(Adapter* adapter, uint32_t oid, uint8_t* payload, u
     if (rule->hasTimes) adapter->served[i]++;
     return ApplyRule(scenario, rule, payload, length);
   }
-  return {AccessRegister(adapter, oid, payload, length), length};
+  if (IsRegisterAccess(adapter, oid, length)) {
+    return {AccessRegister(adapter, oid, payload), length, false};
+  }
+  return {{Outcome::Fails, ErrorNotSupported}, length, true};
+}
+
+NearestRule FindNearestRule(const Adapter* adapter, uint32_t oid, const uint8_t* payload,
+                            uint32_t length) {
+  const Scenario* scenario = adapter->scenario;
+  NearestRule nearest = {};
+  uint64_t most = 0;
+  for (uint32_t i = 0; i < scenario->ruleCount; i++) {
+    const ScenarioRule* rule = &scenario->rules[i];
+    if (rule->oid != oid) continue;
+    uint64_t fitting = 0;
+    const NearestRule found = FindMisfit(scenario, rule, payload, length, &fitting);
+    if (found.misfit < nearest.misfit) continue;
+    if (found.misfit == nearest.misfit && fitting <= most) continue;
+    nearest = found;
+    most = fitting;
+  }
+  return nearest;
 }

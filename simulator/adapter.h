@@ -28,6 +28,24 @@ struct Adapter {
 struct RequestResult {
   CallResult call;
   uint32_t returned;  // the count to report back, on failures too
+  bool unserved;      // neither a rule nor a register served it
+};
+
+// What kept a rule from serving a request, from the least to the most that fits.
+enum class Misfit : uint8_t {
+  Oid,     // no rule has the request's
+  Length,  // the rule asks for another
+  End,     // it looks at an offset behind the payload's end
+  Byte,    // it asks for another one at an offset
+  UsedUp,
+};
+
+// The rule that comes nearest to a request.
+struct NearestRule {
+  Misfit misfit;
+  uint32_t line;    // the rule's, in the scenario
+  uint32_t number;  // the length that it asks for, or the offset
+  uint8_t byte;     // that it asks for at that offset
 };
 
 // Puts the adapter into its first state. `served` has room for one counter a rule.
@@ -38,3 +56,8 @@ CallResult AdapterClose(const Adapter* adapter);
 
 // Answers one request in its payload.
 RequestResult AdapterRequest(Adapter* adapter, uint32_t oid, uint8_t* payload, uint32_t length);
+
+// Finds what came nearest to a request that is not served. Of rules that fit equally far it is the
+// first one.
+NearestRule FindNearestRule(const Adapter* adapter, uint32_t oid, const uint8_t* payload,
+                            uint32_t length);

@@ -34,6 +34,7 @@ struct ScenarioPatch {
 };
 
 struct ScenarioRule {
+  uint32_t line;  // in the scenario's text
   uint32_t oid;
   uint32_t length;          // payload length asked for, where hasLength
   uint32_t firstPatch;      // index into Scenario::patches: conditions, then written patches

@@ -285,6 +285,7 @@ constexpr bool TakeRule(ScenarioParse* parse) {
   const int digit = HexDigitAt(parse, parse->position);
   if (digit < 0 || digit > 9) return FailParse(parse, "unknown statement");
   ScenarioRule rule = {};
+  rule.line = parse->line;
   rule.firstPatch = parse->used.patches;
   if (!TakeLastNumber(parse, &rule.oid)) return false;
   for (;;) {

@@ -40,6 +40,11 @@ void AddDecimal(Trace* trace, uint32_t value) {
   for (uint32_t i = 0; i < count; i++) AddCharacter(trace, digits[i]);
 }
 
+void AddByte(Trace* trace, uint8_t byte) {
+  AddCharacter(trace, "0123456789abcdef"[byte >> 4]);
+  AddCharacter(trace, "0123456789abcdef"[byte & 15]);
+}
+
 bool FitsLine(const Trace* trace) {
   return trace->lineBytes <= MaxLineBytes;
 }
@@ -57,10 +62,7 @@ void AddPayload(Trace* trace, const char* before, const uint8_t* payload, uint32
   trace->dropping = trace->dropping || !FitsLine(trace) || !FitsTrace(trace);
   if (trace->dropping) return;
   trace->lineBytes = start;
-  for (uint32_t i = 0; i < length; i++) {
-    AddCharacter(trace, "0123456789abcdef"[payload[i] >> 4]);
-    AddCharacter(trace, "0123456789abcdef"[payload[i] & 15]);
-  }
+  for (uint32_t i = 0; i < length; i++) AddByte(trace, payload[i]);
 }
 
 void AddResult(Trace* trace, CallResult result) {
@@ -84,16 +86,23 @@ void BeginLine(Trace* trace) {
   trace->dropping = trace->stopped;
 }
 
-// Ends the line of a call. One that is too long by itself is all that is lost; the first one that
-// would make the whole too large ends the recording.
-void EndLine(Trace* trace, uint32_t rules) {
+enum class Line : uint8_t {
+  Comment,
+  Call,
+  Request,
+};
+
+// Ends a line. One that is too long by itself is all that is lost; the first one that would make
+// the whole too large ends the recording.
+void EndLine(Trace* trace, Line kind) {
+  const uint32_t rules = kind == Line::Request ? 1 : 0;
   const bool fitsLine = FitsLine(trace);
   AddCharacter(trace, '\n');
   if (fitsLine && (!FitsTrace(trace) || trace->rules + rules > MaxRules)) trace->stopped = true;
   trace->dropping = trace->dropping || !fitsLine || trace->stopped;
   if (!trace->dropping) Flush(trace);
   const bool kept = !trace->dropping;
-  if (!kept && trace->leftOut < UINT32_MAX) trace->leftOut++;
+  if (!kept && kind != Line::Comment && trace->leftOut < UINT32_MAX) trace->leftOut++;
   trace->sink.endLine(trace->sink.context, kept);
   if (!kept) return;
   trace->bytes += static_cast<uint32_t>(trace->lineBytes);
@@ -104,7 +113,7 @@ void TraceCall(Trace* trace, const char* call, CallResult result) {
   BeginLine(trace);
   AddText(trace, call);
   AddResult(trace, result);
-  EndLine(trace, 0);
+  EndLine(trace, Line::Call);
 }
 
 }  // namespace
@@ -142,7 +151,42 @@ void TraceAnswer(Trace* trace, const RequestResult* result, const uint8_t* paylo
     AddText(trace, " returned=");
     AddDecimal(trace, result->returned);
   }
-  EndLine(trace, 1);
+  EndLine(trace, Line::Request);
+}
+
+void TraceUnserved(Trace* trace, const NearestRule* nearest) {
+  if (trace->dropping) return;
+  BeginLine(trace);
+  AddText(trace, "# no rule and no register served this request; ");
+  if (nearest->misfit == Misfit::Oid) {
+    AddText(trace, "no rule has its OID");
+    return EndLine(trace, Line::Comment);
+  }
+  AddText(trace, "nearest is line ");
+  AddDecimal(trace, nearest->line);
+  switch (nearest->misfit) {
+    case Misfit::Oid:
+      break;
+    case Misfit::Length:
+      AddText(trace, ", which asks for len=");
+      AddDecimal(trace, nearest->number);
+      break;
+    case Misfit::End:
+      AddText(trace, ", which asks for a byte at offset ");
+      AddDecimal(trace, nearest->number);
+      AddText(trace, ", behind the end");
+      break;
+    case Misfit::Byte:
+      AddText(trace, ", which asks for ");
+      AddByte(trace, nearest->byte);
+      AddText(trace, " at offset ");
+      AddDecimal(trace, nearest->number);
+      break;
+    case Misfit::UsedUp:
+      AddText(trace, ", which is used up");
+      break;
+  }
+  EndLine(trace, Line::Comment);
 }
 
 uint32_t FormatLeftOut(uint32_t leftOut, char* line) {

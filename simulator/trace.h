@@ -40,6 +40,9 @@ void TraceRequest(Trace* trace, uint32_t oid, const uint8_t* payload, uint32_t l
 void TraceAnswer(Trace* trace, const RequestResult* result, const uint8_t* payload,
                  uint32_t length);
 
+// Adds a comment to the line of a request that was not served.
+void TraceUnserved(Trace* trace, const NearestRule* nearest);
+
 // Writes the comment that stands at the end of a trace with calls left out; `line` takes
 // LeftOutLineBytes. Returns its length.
 uint32_t FormatLeftOut(uint32_t leftOut, char* line);

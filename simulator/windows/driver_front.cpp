@@ -172,6 +172,10 @@ FrontReply FrontRequest(DriverFront* front, uint32_t code, const void* input, ui
   TraceRequest(&front->trace, oid, bytes, length);
   const RequestResult result = AdapterRequest(&front->adapter, oid, bytes, length);
   TraceAnswer(&front->trace, &result, bytes, length);
+  if (result.unserved) {
+    const NearestRule nearest = FindNearestRule(&front->adapter, oid, bytes, length);
+    TraceUnserved(&front->trace, &nearest);
+  }
   front->requests++;
   return Reply(result.call, result.returned);
 }

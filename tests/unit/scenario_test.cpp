@@ -188,12 +188,16 @@ std::string ReadFile(const std::string& name) {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
+// Sends a request as the hosts do.
 void Call(Loaded* loaded, Trace* trace, std::string payload) {
   auto* bytes = reinterpret_cast<uint8_t*>(payload.data());
   const auto length = static_cast<uint32_t>(payload.size());
   TraceRequest(trace, 0xFEDCBA05, bytes, length);
   const RequestResult result = AdapterRequest(&loaded->adapter, 0xFEDCBA05, bytes, length);
   TraceAnswer(trace, &result, bytes, length);
+  if (!result.unserved) return;
+  const NearestRule nearest = FindNearestRule(&loaded->adapter, 0xFEDCBA05, bytes, length);
+  TraceUnserved(trace, &nearest);
 }
 
 // The trace of a few requests from opening to closing.
@@ -226,6 +230,33 @@ TEST(Trace, ReplaysAsAScenario) {
   EXPECT_TRUE(trace.ends_with("0101ff times=1\nclose error=6\n"));
   EXPECT_EQ(Record(trace), trace);
   EXPECT_EQ(Record("open null").substr(0, 10), "open null\n");
+}
+
+TEST(Trace, NamesTheRuleThatCameNearest) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"register 1 2\n5 ok", "no rule has its OID"},
+      {"0xFEDCBA05 len=8 ok\n0xFEDCBA05 len=184 ok", "nearest is line 1, which asks for len=8"},
+      {"5 ok\n0xFEDCBA05 if 4:00 ok\n0xFEDCBA05 len=8 ok",
+       "nearest is line 2, which asks for a byte at offset 4, behind the end"},
+      {"0xFEDCBA05 if 5:\"\" ok",
+       "nearest is line 1, which asks for a byte at offset 5, behind the end"},
+      {"0xFEDCBA05 if 0:61 if 1:78*3 ok\n0xFEDCBA05 if 0:61 if 1:\"bX\" ok",
+       "nearest is line 2, which asks for 58 at offset 2"},
+      {"# twice\n0xFEDCBA05 ok times=0\n0xFEDCBA05 if 0:\"abc\" ok times=0\n0xFEDCBA05 if 0:00 ok",
+       "nearest is line 3, which is used up"}};
+  for (const auto& [scenario, nearest] : cases) {
+    Loaded loaded;
+    Load(&loaded, scenario);
+    TraceText text = {};
+    Trace trace;
+    TraceStart(&trace, SinkOf(&text));
+    Call(&loaded, &trace, "abcd");
+    EXPECT_EQ(text.text,
+              "0xFEDCBA05 len=4 if 0:61626364 error=50 0:61626364 times=1\n"
+              "# no rule and no register served this request; " +
+                  std::string(nearest) + "\n");
+    EXPECT_EQ(trace.bytes, text.text.size());
+  }
 }
 
 TEST(Trace, KeepsToWhatAScenarioMayHold) {

@@ -1,6 +1,7 @@
 // start_program OPEN CLOSE PROGRAM NAME [WORD...]: starts a program that sees NAME as its own path,
-// and ends with its exit status. OPEN and CLOSE are "ok", "null" or the error code that its first
-// CreateFileA or CloseHandle fails with, which no driver under Wine can bring about.
+// and ends with its exit status. OPEN and CLOSE are "ok", "null" or the error code that opening or
+// closing the device, its first CreateFileA, fails with, which no driver under Wine can bring
+// about.
 #include <windows.h>
 
 #include <cstdint>
@@ -9,21 +10,18 @@
 
 namespace {
 
-// A function of the kernel library, which every process has at the same address.
-struct Call {
-  void* address;
-  const char* outcome;
-  uint64_t failureValue;  // what the function returns where it fails
-  bool trapped;
-  uint8_t firstByte;
-};
+enum class Stage { Start, Opening, Opened, Closing };
 
 struct Program {
   HANDLE process;
   HANDLE thread;
   uint8_t* threadBlock;
-  bool loaded;
-  Call calls[2];
+  const char* openOutcome;
+  const char* closeOutcome;
+  Stage stage;
+  DWORD64 stop;  // where the program stops next
+  uint8_t byteAtStop;
+  DWORD64 device;
 };
 
 // Goes behind the first word of a command line, which may stand in quotes.
@@ -35,57 +33,83 @@ char* SkipWord(char* line) {
   return line + strspn(line, " ");
 }
 
-Call CallOf(const char* name, const char* outcome, uint64_t failureValue) {
-  const FARPROC function = GetProcAddress(GetModuleHandleA("kernel32.dll"), name);
-  return {reinterpret_cast<void*>(function), outcome, failureValue, false, 0};
+// A function of the kernel library, which every process has at the same address.
+DWORD64 KernelFunction(const char* name) {
+  return reinterpret_cast<DWORD64>(GetProcAddress(GetModuleHandleA("kernel32.dll"), name));
 }
 
-bool WriteByte(const Program* program, void* address, uint8_t byte) {
-  return WriteProcessMemory(program->process, address, &byte, 1, nullptr) &&
-         FlushInstructionCache(program->process, address, 1);
+void WriteByte(const Program* program, uint8_t byte) {
+  void* address = reinterpret_cast<void*>(program->stop);
+  WriteProcessMemory(program->process, address, &byte, 1, nullptr);
+  FlushInstructionCache(program->process, address, 1);
 }
 
-// Puts a breakpoint where a call is to be answered here.
-void Trap(const Program* program, Call* call) {
+void StopAt(Program* program, DWORD64 address) {
   constexpr uint8_t Breakpoint = 0xCC;
-  if (strcmp(call->outcome, "ok") == 0) return;
-  call->trapped =
-      ReadProcessMemory(program->process, call->address, &call->firstByte, 1, nullptr) &&
-      WriteByte(program, call->address, Breakpoint);
+  program->stop = address;
+  ReadProcessMemory(program->process, reinterpret_cast<void*>(address), &program->byteAtStop, 1,
+                    nullptr);
+  WriteByte(program, Breakpoint);
 }
 
-// Lets the function return at its first instruction. Later calls run as ever.
-void Answer(const Program* program, Call* call) {
+// Lets the function at whose first instruction the program stands return at once.
+void Return(CONTEXT* context, DWORD64 caller, DWORD64 value) {
+  context->Rip = caller;
+  context->Rsp += sizeof(caller);
+  context->Rax = value;
+}
+
+void Fail(const Program* program, CONTEXT* context, DWORD64 caller, const char* outcome,
+          DWORD64 failureValue) {
   constexpr size_t LastErrorOffset = 0x68;  // in a thread's block
+  if (strcmp(outcome, "null") == 0) return Return(context, caller, 0);
+  const DWORD error = strtoul(outcome, nullptr, 10);
+  WriteProcessMemory(program->process, program->threadBlock + LastErrorOffset, &error,
+                     sizeof(error), nullptr);
+  Return(context, caller, failureValue);
+}
+
+// Takes the byte at the stop back, and does what is to be done there.
+void TakeStop(Program* program) {
   CONTEXT context = {};
   context.ContextFlags = CONTEXT_FULL;
   GetThreadContext(program->thread, &context);
-  ReadProcessMemory(program->process, reinterpret_cast<void*>(context.Rsp), &context.Rip,
-                    sizeof(context.Rip), nullptr);
-  context.Rsp += sizeof(context.Rip);
-  context.Rax = 0;
-  if (strcmp(call->outcome, "null") != 0) {
-    const DWORD error = strtoul(call->outcome, nullptr, 10);
-    context.Rax = call->failureValue;
-    WriteProcessMemory(program->process, program->threadBlock + LastErrorOffset, &error,
-                       sizeof(error), nullptr);
+  context.Rip = program->stop;
+  WriteByte(program, program->byteAtStop);
+  DWORD64 caller = 0;
+  ReadProcessMemory(program->process, reinterpret_cast<void*>(context.Rsp), &caller, sizeof(caller),
+                    nullptr);
+
+  if (program->stage == Stage::Opening && strcmp(program->openOutcome, "ok") != 0) {
+    Fail(program, &context, caller, program->openOutcome, ~DWORD64{0});
+  } else if (program->stage == Stage::Opening) {
+    program->stage = Stage::Opened;
+    StopAt(program, caller);
+  } else if (program->stage == Stage::Opened) {
+    program->device = context.Rax;
+    program->stage = Stage::Closing;
+    if (strcmp(program->closeOutcome, "ok") != 0) StopAt(program, KernelFunction("CloseHandle"));
+  } else if (context.Rcx == program->device) {
+    Fail(program, &context, caller, program->closeOutcome, 0);
+  } else {
+    // Another handle is closed in the program's stead, and the stop stays.
+    DuplicateHandle(program->process, reinterpret_cast<HANDLE>(context.Rcx), nullptr, nullptr, 0,
+                    FALSE, DUPLICATE_CLOSE_SOURCE);
+    Return(&context, caller, 1);
+    StopAt(program, program->stop);
   }
   SetThreadContext(program->thread, &context);
-  WriteByte(program, call->address, call->firstByte);
-  call->trapped = false;
 }
 
 // Returns how the program goes on behind an exception.
 DWORD TakeException(Program* program, const EXCEPTION_RECORD* exception) {
   if (exception->ExceptionCode != EXCEPTION_BREAKPOINT) return DBG_EXCEPTION_NOT_HANDLED;
-  // A debugged process reaches a breakpoint of the system's when its libraries are there.
-  if (!program->loaded) {
-    program->loaded = true;
-    for (Call& call : program->calls) Trap(program, &call);
-    return DBG_CONTINUE;
-  }
-  for (Call& call : program->calls) {
-    if (call.trapped && exception->ExceptionAddress == call.address) Answer(program, &call);
+  if (program->stage == Stage::Start) {
+    // A debugged process reaches a breakpoint of the system's when its libraries are there.
+    program->stage = Stage::Opening;
+    StopAt(program, KernelFunction("CreateFileA"));
+  } else if (exception->ExceptionAddress == reinterpret_cast<void*>(program->stop)) {
+    TakeStop(program);
   }
   return DBG_CONTINUE;
 }
@@ -126,7 +150,7 @@ int main(int argc, char** argv) {
   Program program = {};
   program.process = process.hProcess;
   program.thread = process.hThread;
-  program.calls[0] = CallOf("CreateFileA", argv[1], ~uint64_t{0});
-  program.calls[1] = CallOf("CloseHandle", argv[2], 0);
+  program.openOutcome = argv[1];
+  program.closeOutcome = argv[2];
   return static_cast<int>(FollowUntilExit(&program));
 }

@@ -1,0 +1,110 @@
+// Handlers called in this process, over a driver of its own: what outlives a handler, and a run
+// with more requests than a case can list.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+#include "app/console/print.h"
+#include "commands/internal/internal_commands.h"
+#include "commands/radio/radio_commands.h"
+#include "platform/device_io.h"
+
+namespace {
+
+// Returns 0, or the code of a refusal; what it leaves in the payload is the answer.
+DWORD (*Answer)(uint32_t* payload);
+std::string Requests;  // a line for each: its code, then its words up to the last that is not 0
+DWORD Refusal;
+
+std::string Hex(uint32_t word) {
+  char text[9];
+  BoundedPrintf(text, sizeof(text), "%08x", word);
+  return text;
+}
+
+// Returns what the handler prints, its status and its requests.
+template <typename... Words>
+std::string AfterRunning(int (*handler)(int, char**), Words... words) {
+  std::string texts[] = {"wlanx", words...};
+  char* argv[sizeof...(words) + 1];
+  for (size_t i = 0; i <= sizeof...(words); i++) argv[i] = texts[i].data();
+  Requests.clear();
+  testing::internal::CaptureStdout();
+  const int status = handler(sizeof...(words) + 1, argv);
+  ConsoleFlush();
+  return testing::internal::GetCapturedStdout() + "status " + std::to_string(status) + "\n" +
+         Requests;
+}
+
+// Every answer is one more than the value that the question carried, one is for another address,
+// and the second word of the UMAC entry is refused.
+DWORD CountUp(uint32_t* access) {
+  if (access[0] == 0x820C5FC4) return 31;
+  if (access[0] == 0x820D7F04) access[0] = 0x12345678;
+  access[1]++;
+  return 0;
+}
+
+TEST(Wtbl, AsksWithTheValueOfTheAnswerBeforeAndPrintsTheAddressOfTheAnswer) {
+  std::string printed;
+  std::string asked = "fffcf001 820d7f00\n";
+  for (uint32_t k = 0; k < 65; k++) {
+    const uint32_t address = k < 64 ? 0x820D7F00 + 4 * k : 0x820C5FC0;
+    char line[80];
+    BoundedPrintf(line, sizeof(line), "%s WTBL -1 EntryDW[%02u] 0x%08x = 0x%08x\n",
+                  k < 64 ? "LMAC" : "UMAC", k % 64, k == 1 ? 0x12345678 : address, k + 1);
+    printed += line;
+    asked += "fffcf001 " + Hex(k == 63 ? 0x820C5FC0 : address + 4) + " " + Hex(k + 1) + "\n";
+  }
+  Answer = CountUp;
+  EXPECT_EQ(AfterRunning(HandleWtblCommand, "wtbl", "-1"),
+            printed + "Error in DeviceIoControl : 31status 0\n" + asked);
+}
+
+TEST(FixedRate, IsForOneStationFromUseWcidToApplyAll) {
+  const auto numbers = [](int useWcid) {
+    return "u4WCID=5\nu4Mode=1\nu4Bw=0\nu4Mcs=7\nu4VhtNss=1\nu4GI=0\nu4Preamble=0\nu4STBC=0\n"
+           "u4LDPC=0\nu4SpeEn=0\nu4HeLTF=0\nu4HeErDCM=0\nu4HeEr106t=0\nfgIsUseWCID=" +
+           std::to_string(useWcid) + "\n";
+  };
+  const char rate[] = "5-1-0-7-1-0-0-0-0-0";
+  Answer = [](uint32_t* /*payload*/) { return DWORD{0}; };
+  EXPECT_EQ(AfterRunning(HandleFixedRateCommand, "fixedrate", "UseWCID"),
+            "nicctl fixedrate UseWCID (not support now!)\nUpdate fgIsUseWCID 1\nstatus 1\n");
+  EXPECT_EQ(AfterRunning(HandleFixedRateCommand, "fixedrate", rate),
+            numbers(1) + "Apply WCID 5\nstatus 1\nfffcf101 a0610105 8000004c\n");
+  EXPECT_EQ(AfterRunning(HandleFixedRateCommand, "fixedrate", "ApplyAll"),
+            "nicctl fixedrate ApplyAll\nUpdate fgIsUseWCID 0\nstatus 1\n");
+  EXPECT_EQ(AfterRunning(HandleFixedRateCommand, "fixedrate", rate),
+            numbers(0) + "Apply All\nstatus 1\nfffcf101 a0610000 8000004c\n");
+}
+
+}  // namespace
+
+HANDLE CreateFileA(const char* /*path*/, DWORD /*access*/, DWORD /*sharing*/, void* /*security*/,
+                   DWORD /*disposition*/, DWORD /*attributes*/, HANDLE /*templateFile*/) {
+  return INVALID_HANDLE_VALUE;
+}
+
+BOOL DeviceIoControl(HANDLE /*device*/, DWORD /*controlCode*/, void* input, DWORD /*inputLength*/,
+                     void* output, DWORD outputLength, DWORD* bytesReturned, void* /*overlapped*/) {
+  auto* payload = static_cast<uint32_t*>(output);
+  uint32_t used = outputLength / 4;
+  while (used > 0 && payload[used - 1] == 0) used--;
+  Requests += Hex(*static_cast<uint32_t*>(input));
+  for (uint32_t i = 0; i < used; i++) Requests += " " + Hex(payload[i]);
+  Requests += "\n";
+  *bytesReturned = outputLength;
+  Refusal = Answer(payload);
+  return Refusal == 0 ? 1 : 0;
+}
+
+BOOL CloseHandle(HANDLE /*device*/) {
+  return 1;
+}
+
+DWORD GetLastError() {
+  return Refusal;
+}

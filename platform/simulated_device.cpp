@@ -14,6 +14,7 @@
 #include "platform/trace_file.h"
 #include "simulator/adapter.h"
 #include "simulator/builtin_scenario.h"
+#include "simulator/scenario_error.h"
 #include "simulator/scenario_memory.h"
 #include "simulator/scenario_parser.h"
 
@@ -62,10 +63,10 @@ void ReportError(const char* name, const ScenarioError* error, const char* text)
   WriteMessage(": ");
   WriteMessage(error->what);
   if (error->wordLength > 0) {
-    constexpr uint32_t MostShown = 60;
+    char word[MostShown + 1];
+    CopyWord(text + error->wordStart, error->wordLength, word);
     WriteMessage(": ");
-    WriteAll(STDERR_FILENO, text + error->wordStart,
-             error->wordLength < MostShown ? error->wordLength : MostShown);
+    WriteMessage(word);
   }
   WriteMessage("\n");
 }

@@ -240,7 +240,8 @@ constexpr bool TakeCallStatement(ScenarioParse* parse, CallResult* result, bool 
   if (mayYieldNull && TakeWord(parse, "null")) {
     *result = {Outcome::YieldsNull, 0};
   } else if (!TakeOutcome(parse, result)) {
-    return parse->what != nullptr ? false : FailParse(parse, "unknown outcome");
+    if (parse->what != nullptr) return false;
+    return FailParse(parse, TakeWord(parse, "null") ? "null belongs to open" : "unknown outcome");
   }
   return EndStatement(parse);
 }
@@ -259,10 +260,52 @@ constexpr bool TakeRegisterStatement(ScenarioParse* parse) {
   return EndStatement(parse);
 }
 
+// A word of a rule, and what is wrong with it before and behind the outcome; null where it belongs.
+struct RuleWord {
+  const char* word;
+  const char* before;
+  const char* behind;
+};
+
+constexpr RuleWord RuleWords[] = {
+    {"len=", nullptr, "len belongs before the outcome"},
+    {"if", nullptr, "if belongs before the outcome"},
+    {"ok", nullptr, "the outcome is given twice"},
+    {"error=", nullptr, "the outcome is given twice"},
+    {"null", "null belongs to open", "null belongs to open"},
+    {"times=", "times belongs behind the outcome", nullptr},
+    {"returned=", "returned belongs behind the outcome", nullptr},
+};
+
+// Returns null where the current word is none of them.
+constexpr const RuleWord* FindRuleWord(ScenarioParse* parse) {
+  for (const RuleWord& row : RuleWords) {
+    if (!TakeLiteral(parse, row.word)) continue;
+    const bool whole = parse->text[parse->position - 1] == '=' || AtWordEnd(parse);
+    parse->position = parse->wordStart;
+    if (whole) return &row;
+  }
+  return nullptr;
+}
+
+// Whether the current word looks like a patch.
+constexpr bool AtPatch(const ScenarioParse* parse) {
+  const int digit = HexDigitAt(parse, parse->position);
+  if (digit < 0 || digit > 9) return false;
+  for (uint32_t i = parse->position; i < parse->lineEnd && !IsBlank(parse->text[i]); i++) {
+    if (parse->text[i] == ':') return true;
+  }
+  return false;
+}
+
 // Takes one word that stands before a rule's outcome.
 constexpr bool TakeCondition(ScenarioParse* parse, ScenarioRule* rule) {
   if (TakeLiteral(parse, "len=")) return TakeOption(parse, &rule->hasLength, &rule->length);
-  if (!TakeWord(parse, "if")) return FailParse(parse, "unknown word");
+  if (AtPatch(parse)) return FailParse(parse, "bytes to write belong behind the outcome");
+  if (!TakeWord(parse, "if")) {
+    const RuleWord* word = FindRuleWord(parse);
+    return FailParse(parse, word != nullptr ? word->before : "unknown word");
+  }
   if (!NextWord(parse)) return FailParse(parse, "OFFSET:BYTES expected");
   rule->conditionCount++;
   return TakePatch(parse);
@@ -275,7 +318,10 @@ constexpr bool TakeAnswer(ScenarioParse* parse, ScenarioRule* rule) {
     return TakeOption(parse, &rule->hasReturned, &rule->returned);
   }
   const int digit = HexDigitAt(parse, parse->position);
-  if (digit < 0 || digit > 9) return FailParse(parse, "unknown word");
+  if (digit < 0 || digit > 9) {
+    const RuleWord* word = FindRuleWord(parse);
+    return FailParse(parse, word != nullptr ? word->behind : "unknown word");
+  }
   rule->writeCount++;
   return TakePatch(parse);
 }
@@ -283,7 +329,10 @@ constexpr bool TakeAnswer(ScenarioParse* parse, ScenarioRule* rule) {
 constexpr bool TakeRule(ScenarioParse* parse) {
   if (parse->used.rules == parse->capacity.rules) return FailParse(parse, "too many rules");
   const int digit = HexDigitAt(parse, parse->position);
-  if (digit < 0 || digit > 9) return FailParse(parse, "unknown statement");
+  if (digit < 0 || digit > 9) {
+    return FailParse(parse,
+                     FindRuleWord(parse) != nullptr ? "the OID comes first" : "unknown statement");
+  }
   ScenarioRule rule = {};
   rule.line = parse->line;
   rule.firstPatch = parse->used.patches;
@@ -316,8 +365,16 @@ constexpr ScenarioError ErrorInLine(const ScenarioParse* parse) {
   return {parse->line, parse->what, parse->wordStart, end - parse->wordStart};
 }
 
-// Parses a scenario's text. Without memory it checks the text and counts the records into `sizes`;
-// with memory of those sizes it also stores them and fills in `scenario`.
+constexpr bool StartsWith(const char* text, uint32_t size, const char* start) {
+  for (; *start != 0; start++, text++, size--) {
+    if (size == 0 || *text != *start) return false;
+  }
+  return true;
+}
+
+// Parses a scenario's text. A byte order mark before it is passed over. Without memory it checks
+// the text and counts the records into `sizes`; with memory of those sizes it also stores them and
+// fills in `scenario`.
 constexpr ScenarioError ParseScenario(const char* text, uint64_t size, const ScenarioMemory* memory,
                                       ScenarioSizes* sizes, Scenario* scenario) {
   if (size > MaxScenarioBytes) return {0, "scenario is larger than 16 MiB", 0, 0};
@@ -328,7 +385,10 @@ constexpr ScenarioError ParseScenario(const char* text, uint64_t size, const Sce
   if (memory != nullptr) parse.capacity = memory->capacity;
 
   const auto end = static_cast<uint32_t>(size);
-  for (uint32_t start = 0; start < end;) {
+  if (StartsWith(text, end, "\xFF\xFE") || StartsWith(text, end, "\xFE\xFF")) {
+    return {1, "text is UTF-16; save it as UTF-8", 0, 0};
+  }
+  for (uint32_t start = StartsWith(text, end, "\xEF\xBB\xBF") ? 3 : 0; start < end;) {
     parse.line++;
     uint32_t next = start;
     while (next < end && text[next] != '\n') next++;

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "simulator/scenario_error.h"
 #include "simulator/trace.h"
 #include "simulator/windows/control_protocol.h"
 #include "simulator/windows/service_control.h"
@@ -106,10 +107,9 @@ int ReadAndLoad(const char* name, FILE* file, LoadText* load) {
   fprintf(stderr, "a8000: %s:%u: %s", name, reply.line, reply.what);
   if (reply.wordLength > 0 && reply.wordLength <= load->size &&
       reply.wordStart <= load->size - reply.wordLength) {
-    constexpr uint32_t MostShown = 60;
-    fprintf(stderr, ": %.*s",
-            static_cast<int>(reply.wordLength < MostShown ? reply.wordLength : MostShown),
-            load->text + reply.wordStart);
+    char word[MostShown + 1];
+    CopyWord(load->text + reply.wordStart, reply.wordLength, word);
+    fprintf(stderr, ": %s", word);
   }
   fprintf(stderr, "\n");
   return Failed;

@@ -49,7 +49,8 @@ std::string Ask(Loaded* loaded, uint32_t oid, std::string payload) {
 TEST(ScenarioParser, RefusesWithLineAndReason) {
   const std::pair<const char*, std::vector<const char*>> cases[] = {
       {"outcome expected", {"open", "5", "5 # ok"}},
-      {"unknown outcome", {"open fine", "close null"}},
+      {"unknown outcome", {"open fine"}},
+      {"null belongs to open", {"close null", "5 null", "5 ok null"}},
       {"unexpected word", {"open ok ok", "register 1 2 3"}},
       {"number expected",
        {"open error=", "open error=-1", "0x ok", "5x ok", "5 ok 0:01*", "5 ok 0:u32="}},
@@ -57,7 +58,14 @@ TEST(ScenarioParser, RefusesWithLineAndReason) {
       {"number is too large",
        {"register 0x100000000 1", "register 1 0x100000000", "5 ok 0:u8=256", "5 ok 0:u8=-129",
         "5 ok 0:u64=18446744073709551616", "4294967296 ok", "5 ok 4294967296:00"}},
-      {"unknown word", {"5 OK", "5 0:01 ok", "5 ok len=1"}},
+      {"unknown word", {"5 OK", "5 12 ok", "5 ok iff", "5 ok lent=1"}},
+      {"len belongs before the outcome", {"5 ok len=1"}},
+      {"if belongs before the outcome", {"5 ok if 0:01"}},
+      {"the outcome is given twice", {"5 ok ok", "5 error=1 error=2"}},
+      {"times belongs behind the outcome", {"5 times=1 ok"}},
+      {"returned belongs behind the outcome", {"5 returned=x ok"}},
+      {"bytes to write belong behind the outcome", {"5 0x0:01 ok"}},
+      {"the OID comes first", {"ok 5", "if 0:01 5 ok"}},
       {"given twice",
        {"5 len=1 len=1 ok", "5 ok times=1 times=1", "5 ok returned=1 0:01 returned=1"}},
       {"OFFSET:BYTES expected", {"5 if", "5 if 0=1 ok"}},
@@ -75,6 +83,15 @@ TEST(ScenarioParser, RefusesWithLineAndReason) {
       EXPECT_STREQ(error.what, what) << statement;
       EXPECT_EQ(error.line, 3U) << statement;
     }
+  }
+}
+
+TEST(ScenarioParser, TakesAByteOrderMark) {
+  ScenarioSizes sizes = {};
+  for (const std::string mark : {"\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"}) {
+    const std::string text = mark + "5 ok";
+    const char* what = ParseScenario(text.data(), text.size(), nullptr, &sizes, nullptr).what;
+    EXPECT_STREQ(what, mark.size() == 3 ? nullptr : "text is UTF-16; save it as UTF-8");
   }
 }
 

@@ -8,11 +8,20 @@ function(add_version_record target file_type description)
   set(name ${target})
   set(file_name ${target}${suffix})
   set(manifest "")
+  set(folder ${PROJECT_BINARY_DIR}/generated)
   if(file_type STREQUAL "VFT_APP")
     # Resource type 24 is a manifest, number 1 the one of the process.
-    set(manifest "1 24 \"${PROJECT_SOURCE_DIR}/packaging/wlanx.manifest\"")
+    configure_file(${PROJECT_SOURCE_DIR}/packaging/wlanx.manifest ${folder} COPYONLY)
+    set(manifest "1 24 \"wlanx.manifest\"")
   endif()
-  configure_file(${PROJECT_SOURCE_DIR}/packaging/version.rc.in
-                 ${PROJECT_BINARY_DIR}/generated/${target}.rc @ONLY)
-  target_sources(${target} PRIVATE ${PROJECT_BINARY_DIR}/generated/${target}.rc)
+  configure_file(${PROJECT_SOURCE_DIR}/packaging/version.rc.in ${folder}/${target}.rc @ONLY)
+  # The resource compiler starts a preprocessor by a command line that it does not quote in full:
+  # it gets no paths but names in its folder.
+  add_custom_command(OUTPUT ${folder}/${target}.res.obj
+    COMMAND ${CMAKE_RC_COMPILER} -O coff ${target}.rc ${target}.res.obj
+    DEPENDS ${folder}/${target}.rc ${PROJECT_SOURCE_DIR}/packaging/wlanx.manifest
+    WORKING_DIRECTORY ${folder} VERBATIM)
+  set_source_files_properties(${folder}/${target}.res.obj PROPERTIES
+    EXTERNAL_OBJECT TRUE GENERATED TRUE)
+  target_sources(${target} PRIVATE ${folder}/${target}.res.obj)
 endfunction()

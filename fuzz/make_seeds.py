@@ -78,8 +78,8 @@ def check_formats():
         used |= set(re.findall(r'ScanArgument\([^"]*?,\s*"([^"]*)"', text))
         used |= {name for fields in re.findall(r"\.fields = \{(.*?)\}\},", text, re.S)
                  for name in re.findall(r'\{"([^"]*)"', fields)}
-    if used - known:
-        sys.exit(f"scan_fuzz.cpp lacks the formats {sorted(used - known)}")
+    if not used or used - known:
+        sys.exit(f"of {len(used)} formats in use scan_fuzz.cpp lacks {sorted(used - known)}")
     return len(known)
 
 
@@ -94,6 +94,8 @@ def main():
                       for text in ARGUMENTS},
     }
     for target, inputs in seeds.items():
+        if not inputs:
+            sys.exit(f"{target}: no first input")
         os.makedirs(os.path.join(folder, target), exist_ok=True)
         for number, data in enumerate(sorted(inputs)):
             with open(os.path.join(folder, target, f"seed{number:03}"), "wb") as file:

@@ -3,10 +3,9 @@
 
 import os
 import re
-import subprocess
 import sys
 
-ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+from tree_files import ROOT, tree_files
 
 # What each layer may include besides itself, from the top to the bottom.
 LAYERS = {
@@ -80,20 +79,17 @@ def length_problems(path, text):
 
 
 def main():
-    listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard"], cwd=ROOT,
-                            capture_output=True, text=True, check=True).stdout.split("\n")
     problems, files = [], 0
-    for path in listed:
-        full = os.path.join(ROOT, path)
-        if not re.search(r"\.(c|cc|cpp|h|inc|py|cmake|cases)$", path) or not os.path.exists(full):
+    for path in tree_files():
+        if not re.search(r"\.(c|cc|cpp|h|inc|py|cmake|cases)$", path):
             continue
         files += 1
-        text = open(full, encoding="utf-8").read()
+        text = open(os.path.join(ROOT, path), encoding="utf-8").read()
         if path.endswith(CPP):
             problems += include_problems(path, text)
         problems += length_problems(path, text)
     print("\n".join(problems + [f"{files} files, {len(problems)} problems"]))
-    return 1 if problems else 0
+    return 1 if problems or not files else 0
 
 
 if __name__ == "__main__":

@@ -19,7 +19,8 @@ import sys
 import time
 from collections import Counter, defaultdict
 
-ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+from tree_files import ROOT, tree_files
+
 WORK = os.path.join(ROOT, "build", "mutate")
 TREE = os.path.join(WORK, "tree")
 BUILD = os.path.join(WORK, "build")
@@ -119,10 +120,8 @@ def folder_of(path):
 
 def choose(sample, rng):
     """Endless: folders in turn, in each a random kind, of it a random change."""
-    listed = subprocess.run(["git", "ls-files"], cwd=ROOT, capture_output=True, text=True,
-                            check=True).stdout.split()
     pools = defaultdict(lambda: defaultdict(list))
-    for path in sorted(listed):
+    for path in tree_files():
         if SOURCE.match(path) and not LEFT_OUT.search(path):
             for mutant in file_mutants(path, rng):
                 pools[folder_of(path)][mutant[0]].append((path,) + mutant)
@@ -189,9 +188,7 @@ def read(path):
 
 def copy_tree():
     """Files that are the same keep their time, and what is built of them."""
-    listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard"], cwd=ROOT,
-                            capture_output=True, text=True, check=True).stdout.split("\n")
-    wanted = {path for path in listed if path and os.path.exists(os.path.join(ROOT, path))}
+    wanted = set(tree_files())
     for path in wanted:
         source, target = os.path.join(ROOT, path), os.path.join(TREE, path)
         os.makedirs(os.path.dirname(target), exist_ok=True)

@@ -13,6 +13,7 @@ import argparse
 import glob
 import os
 import re
+import shlex
 import subprocess
 import sys
 import tempfile
@@ -20,7 +21,6 @@ import tempfile
 from run_cases import BANNER, ROOT, TRACED, differences, lines_of, unescape
 
 FENCE = re.compile(r"^```(\w*) ?([\w.-]*)\n(.*?)^```$", re.M | re.S)
-RUN_CASES = f"'{sys.executable}' '{ROOT}/tests/run_cases.py' --programs '%s' document.cases"
 PROTOCOL = "docs/driver-protocol.md"
 
 
@@ -73,7 +73,8 @@ class Session:
         language, name, text = fence.groups()
         if language == "cases":
             write(os.path.join(self.folder, "document.cases"), text)
-            output = self.run(RUN_CASES % self.programs)
+            output = self.run(shlex.join([sys.executable, f"{ROOT}/tests/run_cases.py", "--programs",
+                                          self.programs, "document.cases"]))
             self.problems += output.decode() if self.status else ""
             return fence[0]
         if name:
@@ -115,8 +116,11 @@ def check_links(path, text):
 def check_patch(text):
     """The changes that a document shows fit the tree, or have been made."""
     patch = "".join(f[2] for f in FENCE.findall(text) if f[0] == "diff")
+    # Inside another repository git would leave out what is not in that one's folder.
+    alone = {**os.environ, "GIT_CEILING_DIRECTORIES": os.path.dirname(ROOT)}
     results = [subprocess.run(["git", "apply", "--check", *reverse], input=patch, cwd=ROOT,
-                              capture_output=True, text=True) for reverse in ([], ["-R"])]
+                              env=alone, capture_output=True, text=True)
+               for reverse in ([], ["-R"])]
     return "" if not patch or 0 in [r.returncode for r in results] else results[0].stderr
 
 
@@ -143,8 +147,9 @@ def check_records(text, sources):
         if end != int(size):
             problems += f"{name}: the fields end at {end}\n"
     done = subprocess.run(["c++", "-std=c++20", "-fsyntax-only", "-Wno-invalid-offsetof", "-xc++",
-                           "-"], input="\n".join(lines), capture_output=True, text=True)
-    return problems + "".join(re.findall(r"error: (.*\n)", done.stderr))
+                           "-"], input="\n".join(lines), capture_output=True, text=True,
+                          env={**os.environ, "LC_ALL": "C"})
+    return problems + ("".join(re.findall(r"error: (.*\n)", done.stderr)) or done.stderr)
 
 
 def check_constants(text, sources):

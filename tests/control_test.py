@@ -7,14 +7,15 @@ import subprocess
 import sys
 import tempfile
 
-WINE = os.environ["WINE"]
+from run_cases import STARTER
+
 FOLDER = os.path.abspath(sys.argv[1])
 INSTALLED = "The simulated adapter is installed and running.\n"
 NOT_INSTALLED = "a8000: the driver is not installed; run a8000ctl install\n"
 
 
 def start(program, *words):
-    return subprocess.Popen([WINE, os.path.join(FOLDER, program), *words], text=True,
+    return subprocess.Popen([*STARTER, os.path.join(FOLDER, program), *words], text=True,
                             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                             stderr=subprocess.PIPE)
 
@@ -33,7 +34,7 @@ def status(scenario, requests, opened, trace, left_out=""):
 
 
 def main():
-    builtin = subprocess.run([WINE, os.path.join(FOLDER, "a8000ctl.exe"), "status"],
+    builtin = subprocess.run([*STARTER, os.path.join(FOLDER, "a8000ctl.exe"), "status"],
                              capture_output=True, text=True).stdout.split("Scenario:  ")[0]
     assert builtin == "The simulated adapter is running.\n", builtin
     expect(["remove"], "The simulated adapter is removed.\n")

@@ -10,7 +10,7 @@ import sys
 import tempfile
 import zipfile
 
-WINE = os.environ["WINE"]
+from run_cases import STARTER
 
 
 def unpack(archive, folder):
@@ -28,9 +28,9 @@ def unpack(archive, folder):
     return folder
 
 
-def check_program(path):
-    headers = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", path], check=True,
-                             capture_output=True, text=True).stdout
+def check_program(path, objdump):
+    headers = subprocess.run([objdump, "-p", path], check=True, capture_output=True,
+                             text=True).stdout
     libraries = set(re.findall(r"DLL Name: (\S+)", headers))
     assert libraries == {"KERNEL32.dll", "msvcrt.dll"}, libraries
     for flag in ("HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT"):
@@ -43,17 +43,17 @@ def check_program(path):
 
 
 def run(*words):
-    done = subprocess.run([WINE, *words], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+    done = subprocess.run([*STARTER, *words], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                           text=True)
     return done.stdout.splitlines()
 
 
-def main(build):
+def main(build, objdump):
     with tempfile.TemporaryDirectory() as folder:
         subprocess.run(["cpack", "-B", folder], cwd=build, check=True, stdout=subprocess.DEVNULL)
         program = unpack(f"{folder}/wlanx-1.0.0.70-win64.zip", folder)
         engineering = unpack(f"{folder}/wlanx-engineering-1.0.0.70-win64.zip", folder)
-        check_program(f"{program}/wlanx.exe")
+        check_program(f"{program}/wlanx.exe", objdump)
         # The driver is the one in the package, too.
         run(f"{engineering}/a8000ctl.exe", "install")
         for tool in (f"{program}/wlanx.exe", f"{engineering}/wlanx-eng.exe"):
@@ -64,4 +64,4 @@ def main(build):
 
 
 if __name__ == "__main__":
-    main(sys.argv[1])
+    main(*sys.argv[1:])

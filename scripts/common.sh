@@ -18,7 +18,7 @@ buildPackages='g++ cmake ninja-build python3 libgtest-dev'
 testPackages="$buildPackages git"
 lintPackages="$testPackages clang clang-format clang-tidy cppcheck"
 fuzzPackages="$testPackages clang libclang-rt-14-dev"
-crossPackages='g++-mingw-w64-x86-64-win32 mingw-w64-x86-64-dev cmake ninja-build python3'
+crossPackages='g++-mingw-w64-x86-64-win32 mingw-w64-x86-64-dev cmark-gfm cmake ninja-build python3'
 windowsPackages="$crossPackages wine64"
 
 say() { printf '%s\n' "$*" >&2; }

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Makes both packages, unpacks them, checks the checksums and runs what is in them under Wine."""
+"""Makes both packages, unpacks them, checks the checksums, follows the links of their documents and
+runs what is in them, the documents' batch files too."""
 
 import glob
 import hashlib
@@ -10,6 +11,7 @@ import sys
 import tempfile
 import zipfile
 
+import check_documents
 from run_cases import STARTER
 
 
@@ -26,6 +28,33 @@ def unpack(archive, folder):
         found.remove(name)
     assert found == {"SHA256SUMS"}, found
     return folder
+
+
+def check_links(folder):
+    check_documents.ROOT = folder
+    for path in glob.glob("**/*.md", root_dir=folder, recursive=True):
+        problems = check_documents.check_links(path, check_documents.read(path))
+        assert not problems, f"{path}: {problems}"
+        with open(f"{folder}/{path[:-3]}.html", encoding="utf-8") as file:
+            page = file.read()
+        for link in re.findall(r'(?:href|src)="([^"]*)"', page):
+            name, _, anchor = link.partition("#")
+            target = os.path.join(folder, os.path.dirname(path), name) if name else file.name
+            assert os.path.exists(target) and not target.endswith(".md"), f"{path}: {link}"
+            assert not anchor or f'id="{anchor}"' in check_documents.read(target), f"{path}: {link}"
+
+
+def check_batch_files(folder):
+    """Runs the lines behind "> " in the batch files' document as cmd does."""
+    text = check_documents.read("docs/commands.md")
+    for name, lines in re.findall(r"^```bat (\S+)\n(.*?)^```", text, re.M | re.S):
+        open(f"{folder}/{name}", "w", newline="\r\n").write(lines)
+    runs = re.findall(r"^> (.*)\n((?!```|> ).*)", text, re.M)
+    assert runs
+    for line, shown in runs:
+        done = subprocess.run([*STARTER, "cmd", "/c", line], cwd=folder, stdin=subprocess.DEVNULL,
+                              stdout=subprocess.PIPE, text=True)
+        assert done.stdout == shown + "\n", f"{line}: {done.stdout}"
 
 
 def check_program(path, objdump):
@@ -54,10 +83,13 @@ def main(build, objdump):
         program = unpack(f"{folder}/wlanx-1.0.0.70-win64.zip", folder)
         engineering = unpack(f"{folder}/wlanx-engineering-1.0.0.70-win64.zip", folder)
         check_program(f"{program}/wlanx.exe", objdump)
+        check_links(engineering)
+        check_links(program)
         # The driver is the one in the package, too.
         run(f"{engineering}/a8000ctl.exe", "install")
         for tool in (f"{program}/wlanx.exe", f"{engineering}/wlanx-eng.exe"):
             assert run(tool, "get_mac_add")[-1] == "MAC Address: 02-A8-00-5C-1D-42"
+        check_batch_files(program)
         run(f"{engineering}/a8000ctl.exe", "scenario", f"{engineering}/scenarios/refusal.a8000")
         assert run(f"{program}/wlanx.exe", "get_mac_add")[-1].startswith("Error")
         run(f"{build}/a8000ctl.exe", "install")

@@ -6,8 +6,8 @@
 
 #include "simulator/scenario.h"
 
-// The device's control code and the error codes of the calls that no scenario answers; the hosts
-// that the adapter runs in check them alike.
+// The device's control code, IOCTL_NDIS_QUERY_GLOBAL_STATS, and the error codes of the calls that
+// no scenario answers; the hosts that the adapter runs in check them alike.
 constexpr uint32_t QueryGlobalStats = 0x00170002;
 constexpr uint32_t ErrorInvalidFunction = 1;
 constexpr uint32_t ErrorFileNotFound = 2;

@@ -63,7 +63,7 @@ constexpr bool TakeWord(ScenarioParse* parse, const char* word) {
 }
 
 // The value of a hex digit, -1 for any other character.
-constexpr int HexDigitValue(char character) {
+constexpr int NibbleValue(char character) {
   if (character >= '0' && character <= '9') return character - '0';
   if (character >= 'a' && character <= 'f') return character - 'a' + 10;
   if (character >= 'A' && character <= 'F') return character - 'A' + 10;
@@ -72,7 +72,7 @@ constexpr int HexDigitValue(char character) {
 
 // The value of the hex digit at a position of the line, -1 where none stands there.
 constexpr int HexDigitAt(const ScenarioParse* parse, uint32_t position) {
-  return position < parse->lineEnd ? HexDigitValue(parse->text[position]) : -1;
+  return position < parse->lineEnd ? NibbleValue(parse->text[position]) : -1;
 }
 
 // Takes a decimal number, or a hexadecimal one after 0x, not above `limit`.

@@ -21,12 +21,19 @@ constexpr WtblValueTexts OfdmRates = {{8, 8, "/48M"},   {9, 9, "/24M"},   {10, 1
                                       {14, 14, "/18M"}, {15, 15, "/9M"}};
 constexpr WtblValueTexts McsRates = {{0, 63, "/MCS%d"}};
 
+// The fields of a rate word.
+struct WtblRateWord {
+  uint32_t stbc;  // bit 13
+  uint32_t nsts;  // bits 12:10
+  uint32_t mode;  // bits 9:6, index of RateModes
+  uint32_t code;  // bits 5:0, a row of the mode's rates
+};
+
 struct RateMode {
   const char* name = nullptr;
   WtblValueTexts rates;
 };
 
-// By the word's four mode bits.
 constexpr RateMode RateModes[] = {
     {"/Legacy CCK", CckRates},
     {"/Legacy OFDM", OfdmRates},
@@ -50,12 +57,16 @@ static_assert(sizeof(RateModes) / sizeof(RateModes[0]) == 16);
 }  // namespace
 
 void DecodeWtblRate(char* text, size_t size, const uint32_t* /*words*/, uint32_t value) {
-  const uint32_t stbc = WtblBits(value, 13, 13);
-  const uint32_t streams = WtblBits(value, 12, 10);
-  const RateMode& mode = RateModes[WtblBits(value, 9, 6)];
+  const WtblRateWord word = {
+      .stbc = WtblBits(value, 13, 13),
+      .nsts = WtblBits(value, 12, 10),
+      .mode = WtblBits(value, 9, 6),
+      .code = WtblBits(value, 5, 0),
+  };
+  const RateMode& mode = RateModes[word.mode];
   char rate[32];
-  FormatWtblValueText(rate, sizeof(rate), mode.rates, WtblBits(value, 5, 0));
-  BoundedPrintf(text, size, "  >> STBC(%u)/Nsts(%u)%s%s", stbc, streams, mode.name, rate);
+  FormatWtblValueText(rate, sizeof(rate), mode.rates, word.code);
+  BoundedPrintf(text, size, "  >> STBC(%u)/Nsts(%u)%s%s", word.stbc, word.nsts, mode.name, rate);
 }
 
 // The fields of an entry.

@@ -272,9 +272,19 @@ int HandleStaStatCommand(int /*argc*/, char** /*argv*/) {
 namespace {
 
 constexpr size_t MacTextLength = 17;
+constexpr uint8_t NoHexDigit = 255;
 
-bool IsHexDigit(char character) {
-  return DigitValue(character) < 16;
+uint8_t HexDigitValue(char character) {
+  const unsigned value = DigitValue(character);
+  return value < 16 ? static_cast<uint8_t>(value) : NoHexDigit;
+}
+
+// Turns 2 * `count` digits into `count` bytes; that they are digits is checked before.
+void HexStringToBytes(const char* text, uint8_t* bytes, size_t count) {
+  for (size_t i = 0; i < count; i++) {
+    bytes[i] =
+        static_cast<uint8_t>(HexDigitValue(text[2 * i]) * 16 + HexDigitValue(text[2 * i + 1]));
+  }
 }
 
 // Reads "00:11:22:aa:bb:CC" into six bytes. Returns false for any other text of that length; a
@@ -284,19 +294,18 @@ bool ParseMacAddress(const char* text, uint8_t (&address)[6]) {
   // Six pairs of digits leave room for just the five colons between them.
   for (size_t i = 0; i < MacTextLength; i++) {
     bool isColonPlace = i % 3 == 2;
-    if (isColonPlace ? text[i] != ':' : !IsHexDigit(text[i])) return false;
+    if (isColonPlace ? text[i] != ':' : HexDigitValue(text[i]) == NoHexDigit) return false;
   }
-  for (size_t i = 0; i < sizeof(address); i++) {
-    const char* pair = text + 3 * i;
-    address[i] = static_cast<uint8_t>(DigitValue(pair[0]) * 16 + DigitValue(pair[1]));
-  }
+  for (size_t i = 0; i < sizeof(address); i++) HexStringToBytes(text + 3 * i, address + i, 1);
   return true;
 }
 
-// Prints "NAME = 00:11:22:AA:BB:CC" with its line end.
-void PrintMacAddress(const char* name, const uint8_t (&address)[6]) {
+// ParseMacAddress, and prints "NAME = 00:11:22:AA:BB:CC" with its line end.
+bool TakeMacAddress(const char* text, const char* name, uint8_t (&address)[6]) {
+  if (!ParseMacAddress(text, address)) return false;
   ConsolePrintf("%s = %02X:%02X:%02X:%02X:%02X:%02X\n", name, address[0], address[1], address[2],
                 address[3], address[4], address[5]);
+  return true;
 }
 
 }  // namespace
@@ -307,8 +316,7 @@ namespace {
 int SetBssid(uint32_t oid, int argc, char** argv) {
   if (argc != 4 || !EqualsIgnoreCase(argv[2], "bssid")) return InvalidParameters(0);
   uint8_t bssid[6] = {};
-  if (!ParseMacAddress(argv[3], bssid)) return InvalidParameters(0);
-  PrintMacAddress("bssid", bssid);
+  if (!TakeMacAddress(argv[3], "bssid", bssid)) return InvalidParameters(0);
   return OidRequest(oid, bssid, sizeof(bssid)) ? 1 : RequestRefused(0);
 }
 
@@ -423,12 +431,6 @@ bool FillPreference(char** argv, ChanPrefParam* param) {
   return true;
 }
 
-bool FillAddress(const char* text, const char* name, ChanPrefParam* param) {
-  if (!ParseMacAddress(text, param->address)) return false;
-  PrintMacAddress(name, param->address);
-  return true;
-}
-
 // Fills what belongs to the CmdId; false where the count or an address does not fit it.
 bool FillChanPref(int argc, char** argv, ChanPrefParam* param) {
   switch (param->CmdId) {
@@ -437,9 +439,9 @@ bool FillChanPref(int argc, char** argv, ChanPrefParam* param) {
     case 2:
       return argc == 7 && FillPreference(argv, param);
     case 3:
-      return argc == 4 && FillAddress(argv[3], "AssocBssid", param);
+      return argc == 4 && TakeMacAddress(argv[3], "AssocBssid", param->address);
     case 4:
-      return argc == 4 && FillAddress(argv[3], "PeerAddr", param);
+      return argc == 4 && TakeMacAddress(argv[3], "PeerAddr", param->address);
     default:
       return false;
   }
@@ -517,8 +519,13 @@ int HandleTwtSetupCommand(int argc, char** argv) {
 // `set_apsd`: the U-APSD parameters.
 namespace {
 
-// The arguments in their order. The flags take bits 0 to 4 of the byte that is sent, MaxSPLength
-// bits 5 and 6.
+// OidSetApsd.
+struct ApsdParam {
+  uint8_t bits;  // 0 to 4: the flags in the order of the arguments; 5 and 6: MaxSPLength
+};
+static_assert(sizeof(ApsdParam) == 1);
+
+// In the order of the arguments.
 constexpr const char* ApsdLines[] = {
     "bAPSDCapable : %d \n", "bAPSDAC_BE : %d \n", "bAPSDAC_BK : %d \n",
     "bAPSDAC_VI : %d \n",   "bAPSDAC_VO : %d \n", "MaxSPLength : %d \n",
@@ -542,7 +549,7 @@ int HandleSetApsdCommand(int argc, char** argv) {
   }
   unsigned maxSpLength = values[MaxSpLengthIndex];
   if (maxSpLength < 4) packed |= maxSpLength << MaxSpLengthBit;
-  auto apsdParam = static_cast<uint8_t>(packed);
-  ConsolePrintf("ApsdParam : %d \n", apsdParam);
-  return OidRequest(OidSetApsd, &apsdParam) ? 1 : RequestRefused(0);
+  ApsdParam param = {static_cast<uint8_t>(packed)};
+  ConsolePrintf("ApsdParam : %d \n", param.bits);
+  return OidRequest(OidSetApsd, &param) ? 1 : RequestRefused(0);
 }

@@ -67,15 +67,15 @@ int PrintOptionHelp() {
   return 0;
 }
 
-int ScanRate(const char* text, uint32_t* wcid, FixedRateParam* param) {
-  return ScanArgument(text, "%d-%d-%d-%d-%d-%d-%d-%d-%d-%d-%d-%d-%d", wcid, &param->u4Mode,
+int ScanRate(const char* text, uint32_t* u4WCID, FixedRateParam* param) {
+  return ScanArgument(text, "%d-%d-%d-%d-%d-%d-%d-%d-%d-%d-%d-%d-%d", u4WCID, &param->u4Mode,
                       &param->u4Bw, &param->u4Mcs, &param->u4VhtNss, &param->u4GI,
                       &param->u4Preamble, &param->u4STBC, &param->u4LDPC, &param->u4SpeEn,
                       &param->u4HeLTF, &param->u4HeErDCM, &param->u4HeEr106t);
 }
 
-void PrintRate(uint32_t wcid, const FixedRateParam& param) {
-  ConsolePrintf("u4WCID=%d\nu4Mode=%d\nu4Bw=%d\n", wcid, param.u4Mode, param.u4Bw);
+void PrintRate(uint32_t u4WCID, const FixedRateParam& param) {
+  ConsolePrintf("u4WCID=%d\nu4Mode=%d\nu4Bw=%d\n", u4WCID, param.u4Mode, param.u4Bw);
   ConsolePrintf("u4Mcs=%d\nu4VhtNss=%d\nu4GI=%d\n", param.u4Mcs, param.u4VhtNss, param.u4GI);
   ConsolePrintf("u4Preamble=%d\nu4STBC=%d\n", param.u4Preamble, param.u4STBC);
   ConsolePrintf("u4LDPC=%d\nu4SpeEn=%d\nu4HeLTF=%d\n", param.u4LDPC, param.u4SpeEn, param.u4HeLTF);
@@ -84,11 +84,11 @@ void PrintRate(uint32_t wcid, const FixedRateParam& param) {
 }
 
 // Checks and sends a rate of ten or thirteen numbers; ten leave the HE options to the tool.
-int ApplyRate(int count, uint32_t wcid, FixedRateParam param) {
+int ApplyRate(int count, uint32_t u4WCID, FixedRateParam param) {
   uint32_t command = AllStationsCommand;
   if (fgIsUseWCID != 0) {
-    command = OneStationCommand | wcid;
-    ConsolePrintf("Apply WCID %d\n", wcid);
+    command = OneStationCommand | u4WCID;
+    ConsolePrintf("Apply WCID %d\n", u4WCID);
   } else {
     ConsolePrintf("Apply All\n");
   }
@@ -130,10 +130,10 @@ int HandleFixedRateCommand(int argc, char** argv) {
     return PrintUseWcid();
   }
 
-  uint32_t wcid = 0;
+  uint32_t u4WCID = 0;
   FixedRateParam param = {};
-  const int count = ScanRate(argv[2], &wcid, &param);
-  PrintRate(wcid, param);
+  const int count = ScanRate(argv[2], &u4WCID, &param);
+  PrintRate(u4WCID, param);
   switch (count) {
     case 1:  // a single number asks for automatic rates too
       return SendRate(AutoRateCommand, 0);
@@ -142,7 +142,7 @@ int HandleFixedRateCommand(int argc, char** argv) {
       return PrintUseWcid();
     case 10:
     case 13:
-      return ApplyRate(count, wcid, param);
+      return ApplyRate(count, u4WCID, param);
     default:
       return PrintOptionHelp();
   }

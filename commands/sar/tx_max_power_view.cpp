@@ -46,7 +46,7 @@ int ShowTxMaxPowerTable(const SarLayout& layout) {
   if (!FetchSarTable(layout, &record, SarView::TxMaxPowerTable)) return 1;
 
   uint32_t length = ReadU32(record.bytes + TableLenAt);
-  if (length > ZwplLength || (length < ZwplLength && !layout.takesShortPowerTables)) {
+  if (layout.takesShortPowerTables ? length > ZwplLength : length != ZwplLength) {
     PrintTableSizeError(SizeErrorForm::Unbroken, ZwplLength, length);
     return 1;
   }

@@ -39,7 +39,3 @@ const CommandEntry CommandTable[] = {
 };
 
 const int CommandCount = sizeof(CommandTable) / sizeof(CommandTable[0]);
-
-#ifndef WLANX_ENGINEERING
-static_assert(sizeof(CommandTable) / sizeof(CommandTable[0]) == 21);
-#endif

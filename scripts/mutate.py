@@ -169,7 +169,7 @@ def noticed(path, build):
     near = [name for name in cases if path.split("/")[-2] in name]
     cases = near + [name for name in cases if name not in near]
     tests = os.path.join(TREE, "tests")
-    commands = [[os.path.join(build, "tests", "unit_tests")]] + [
+    commands = [[os.path.join(build, "tests", name)] for name in ("unit_tests", "handlers_test")] + [
         ["python3", f"{tests}/run_cases.py", "--programs", build, f"{tests}/cases/{name}"]
         for name in cases] + [
         ["python3", f"{tests}/{name}", "--programs", build]

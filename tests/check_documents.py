@@ -118,10 +118,14 @@ def check_patch(text):
     patch = "".join(f[2] for f in FENCE.findall(text) if f[0] == "diff")
     # Inside another repository git would leave out what is not in that one's folder.
     alone = {**os.environ, "GIT_CEILING_DIRECTORIES": os.path.dirname(ROOT)}
-    results = [subprocess.run(["git", "apply", "--check", *reverse], input=patch, cwd=ROOT,
-                              env=alone, capture_output=True, text=True)
+    results = [subprocess.run(["git", "apply", "--unidiff-zero", "--check", *reverse], cwd=ROOT,
+                              input=patch, env=alone, capture_output=True, text=True)
                for reverse in ([], ["-R"])]
-    return "" if not patch or 0 in [r.returncode for r in results] else results[0].stderr
+    if not patch or 0 in [result.returncode for result in results]:
+        return ""
+    return results[0].stderr + """Give each block for a file named here a line as context, before or
+behind what it adds, that the file has now; the number behind @@ - may be about right.
+"""
 
 
 def check_records(text, sources):

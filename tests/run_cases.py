@@ -103,7 +103,7 @@ def expand(word):
 def read_cases(path):
     """Ends the program at what is no case."""
     cases, environment, program_path, target = [], {}, None, None
-    for number, line in enumerate(open(path, encoding="utf-8"), 1):
+    for number, line in enumerate(open(path, encoding="utf-8", errors="surrogateescape"), 1):
         line, place = line.rstrip("\n"), f"{path}:{number}"
         mark, _, rest = line.partition(" ")
         case = cases[-1] if cases else None

@@ -1,0 +1,97 @@
+#!/usr/bin/env python3
+"""Names what was forgotten of a command: every row of the command table has a usage text, a case, its
+places in the documents and a line in the change log."""
+
+import glob
+import os
+import re
+import sys
+
+from tree_files import ROOT
+
+sys.path.insert(0, os.path.join(ROOT, "tests"))
+from run_cases import read_cases  # noqa: E402
+
+# The listing leaves them out.
+UNLISTED = {
+    "help", "get_mac_Add", "set_bcc", "pwrsave_mode", "pwrsave", "set_ser", "set_usb_speed",
+    "get_usb_speed", "oid_len_test", "txbf", "set_bssid", "set_bssid2", "set_cmd_str",
+    "get_cmd_str", "chan_pref_cfg", "twt_setup", "set_apsd",
+}
+TOOL, ENGINEERING = "app/command_table.cpp", "app/internal_rows.inc"
+TEXTS = "app/usage_texts.cpp"
+
+
+def read(path):
+    with open(os.path.join(ROOT, path), encoding="utf-8") as file:
+        return file.read()
+
+
+def names(text):
+    """The first words of what stands in backticks."""
+    return set(re.findall(r"`(\w+)[^`\n]*`", text))
+
+
+def section(text, heading):
+    """What follows a heading, to the next one of any level."""
+    return text.partition(f"\n{heading}\n")[2].partition("\n#")[0]
+
+
+def first_cells(text):
+    return "\n".join(re.findall(r"^\|([^|]*)\|", text, re.M))
+
+
+def places(own):
+    """For the rows of one table: the place, the commands that are named there, and what is wanted."""
+    if own == TOOL:
+        path, name = "docs/commands.md", "wlanx"
+        text = read(path)
+        yield (f"{path}, list of the sections", names("\n".join(re.findall(
+            r"^- \[.*\]\(#.*\):.*\n(?:  .*\n)*", text, re.M))), "the name behind its section")
+        yield (f'{path}, "Exit statuses"', names(first_cells(section(text, "## Exit statuses"))),
+               "a row")
+        yield path, set(re.findall(r"^### (\w+)$", text, re.M)), "a heading of its own"
+    else:
+        path, name = "docs/engineering-commands.md", "wlanx-eng"
+        text = read(path)
+        yield path, names(first_cells(text)), "a row with its arguments and requests"
+    yield f'{path}, "Find a command"', names(section(text, "## Find a command")) | {"help"}, "a row"
+    yield "CHANGELOG.md", names(read("CHANGELOG.md")), "a line"
+    runs = [run for file in glob.glob("tests/cases/*.cases", root_dir=ROOT)
+            for case in read_cases(os.path.join(ROOT, file)) for run in case.runs if run.words]
+    lower = {run.words[0].lower() for run in runs if run.edition in (name, "wlanx-eng")}
+    yield "tests/cases", {row for _, row in rows(own) if row.lower() in lower}, "a case that runs it"
+
+
+def rows(path):
+    return re.findall(r'^ *\{(0x[0-9A-F]{8}), "(\w+)",', read(path), re.M)
+
+
+def main():
+    problems, total = [], 0
+    texts = re.findall(r'^ *TextOf\((0x[0-9A-F]{8}),[^"\n]*(?:"(\w+)")?\)', read(TEXTS), re.M)
+    for own in (TOOL, ENGINEERING):
+        found = rows(own)
+        if not found:
+            problems.append(f"{own}: no row was found here")
+        total += len(found)
+        for where, there, wanted in places(own):
+            problems += [f"{where}: {name} of {own} wants {wanted}"
+                         for _, name in found if name not in there]
+        for key, name in found:
+            listed = any(key == of and only in ("", name) for of, only in texts)
+            if not listed and name not in UNLISTED:
+                problems.append(f"{TEXTS}: {name} of {own} wants a text, TextOf({key}, ...)")
+            elif listed and name in UNLISTED:
+                problems.append(f"scripts/check_commands.py: {name} has a text, it is not UNLISTED")
+    for path in ["README.md", *sorted(glob.glob("docs/*.md", root_dir=ROOT))]:
+        for count, more in re.findall(r"\b(\d+)( more|) commands\b", read(path)):
+            right = len(rows(ENGINEERING if more else TOOL))
+            if int(count) != right:
+                problems.append(f"{path}: not {count} but {right}{more} commands")
+    print("\n".join(problems + [f"{total} commands, {len(problems)} problems"]))
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

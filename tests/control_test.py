@@ -3,6 +3,7 @@
 what it says. Needs the Wine server of scripts/wine; leaves the driver installed."""
 
 import os
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -12,20 +13,55 @@ from run_cases import STARTER
 FOLDER = os.path.abspath(sys.argv[1])
 INSTALLED = "The simulated adapter is installed and running.\n"
 NOT_INSTALLED = "a8000: the driver is not installed; run a8000ctl install\n"
+REMOVED = "The simulated adapter is removed.\n"
+IN_USE = "a8000: the driver is in use; close the programs that have the device open\n"
+HELD = ("a8000: the driver is still being removed; close the programs that have the device open, "
+        "and the Services console\n")
+NAME_TAKEN = "a8000: another driver has the name A8000; disable the adapter that it belongs to\n"
 
 
 def start(program, *words):
-    return subprocess.Popen([*STARTER, os.path.join(FOLDER, program), *words], text=True,
-                            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                            stderr=subprocess.PIPE)
+    return subprocess.Popen([*STARTER, program, *words], text=True, stdin=subprocess.DEVNULL,
+                            stdout=subprocess.PIPE, stderr=subprocess.PIPE)
 
 
-def expect(words, output="", errors=""):
-    program = start("a8000ctl.exe", *words)
+def control(*words):
+    return start(os.path.join(FOLDER, "a8000ctl.exe"), *words)
+
+
+def expect_of(program, output="", errors=""):
     said = tuple(text.replace("\r", "") for text in program.communicate())
     status = 1 if errors else 0
     if said != (output, errors) or program.returncode != status:
-        sys.exit(f"a8000ctl {words}: {program.returncode} {said}, expected {(output, errors)}")
+        sys.exit(f"{program.args}: {program.returncode} {said}, expected {(output, errors)}")
+
+
+def expect(words, output="", errors=""):
+    expect_of(control(*words), output, errors)
+
+
+def services(*words):
+    """The system's own control of services. Returns its status."""
+    program = start("sc.exe", *words)
+    program.communicate()
+    return program.returncode
+
+
+def hold(what):
+    """A program that holds something until it is killed."""
+    holder = start(os.path.join(FOLDER, "driver_test.exe"), what)
+    assert holder.stdout.readline() == "0\n"
+    return holder
+
+
+def kill(holder):
+    holder.kill()
+    holder.communicate()
+
+
+def write(name, text):
+    with open(name, "w", newline="\n") as file:
+        file.write(text)
 
 
 def status(scenario, requests, opened, trace, left_out=""):
@@ -34,10 +70,8 @@ def status(scenario, requests, opened, trace, left_out=""):
 
 
 def main():
-    builtin = subprocess.run([*STARTER, os.path.join(FOLDER, "a8000ctl.exe"), "status"],
-                             capture_output=True, text=True).stdout.split("Scenario:  ")[0]
-    assert builtin == "The simulated adapter is running.\n", builtin
-    expect(["remove"], "The simulated adapter is removed.\n")
+    assert control("status").communicate()[0].startswith("The simulated adapter is running.\n")
+    expect(["remove"], REMOVED)
     for words in (["remove"], ["status"], ["trace", "kept"], ["scenario", "--builtin"]):
         expect(words, errors=NOT_INSTALLED)
     assert not os.path.exists("kept")
@@ -45,31 +79,33 @@ def main():
     expect(["install"], INSTALLED)
 
     scenario = "0xFFFCF105 ok 0:021a2b3c4d5e\nregister 1 2\n"
-    open("small", "w").write(scenario)
-    open("bad", "w").write(scenario + "0xFFFCF105 okay")
-    open("large", "w").write("#" * 1000000 + "\n")
-    open("huge", "w").write(("#" * 999 + "\n") * 16778)
+    write("small", scenario)
+    write("bad", scenario + "0xFFFCF105 okay")
+    write("large", "#" * 1000000 + "\n")
+    huge = ("#" * 1023 + "\n") * 16383 + "#" * 1019 + "\n7 on"
+    write("mistake", huge)
+    write("huge", huge + "\n")
     loaded = "The simulated adapter answers from small.\n"
     expect(["scenario", "small"], loaded)
     for name, what in (("missing", "0: No such file or directory"),
                        ("bad", "3: unknown word: okay"),
+                       ("mistake", "16385: unknown word: on"),
                        ("huge", "0: scenario is larger than 16 MiB")):
         expect(["scenario", name], errors=f"a8000: {name}:{what}\n")
     expect(["status"], status("loaded, 1 rules, 1 registers", 0, 0, 0))
 
-    holder = start("driver_test.exe", "hold")
-    assert holder.stdout.readline() == "0\n"
+    holder = hold("device")
+    expect(["install"], errors=IN_USE)
     expect(["status"], status("loaded, 1 rules, 1 registers", 1, 1, 77))
-    holder.kill()
-    holder.wait()
+    kill(holder)
     trace = ("open ok\n0xFFFCF105 len=8 if 0:0000000000000000 ok 0:021a2b3c4d5e0000 times=1\n"
              "close ok\n")
     expect(["trace", "trace"])
     assert open("trace").read() == trace, open("trace").read()
     expect(["trace", "missing/trace"], errors="a8000: missing/trace:0: No such file or directory\n")
-    open("any", "w").write("1 ok\n")
+    write("any", "1 ok\n")
     expect(["scenario", "any"], "The simulated adapter answers from any.\n")
-    filler = start("driver_test.exe", "fill")
+    filler = start(os.path.join(FOLDER, "driver_test.exe"), "fill")
     filler.communicate()
     assert filler.returncode == 0
     expect(["trace", "full"],
@@ -82,13 +118,46 @@ def main():
     expect(["scenario", "trace"], "The simulated adapter answers from trace.\n")
     expect(["status"], status("loaded, 1 rules, 0 registers", 0, 0, 0))
 
-    holder = start("driver_test.exe", "hold")
-    assert holder.stdout.readline() == "0\n"
-    expect(["remove"], "The simulated adapter is removed.\n")
-    expect(["install"], INSTALLED)
-    holder.kill()
-    holder.wait()
+    for _ in range(3):
+        expect(["scenario", "small"], loaded)
+        kill(hold("requests"))
     expect(["scenario", "small"], loaded)
+    expect(["status"], status("loaded, 1 rules, 1 registers", 0, 0, 0))
+    check_services()
+    expect(["install"], INSTALLED)
+
+
+def check_services():
+    """Other drivers and services, and those who are at it at the same time."""
+    shutil.copy(os.path.join(FOLDER, "a8000sim.sys"), "other.sys")
+    image = os.path.abspath("other.sys").replace("/", "\\")
+    image = "\\??\\" + (image if ":" in image else "Z:" + image)
+    services("create", "other", "type=", "kernel", "binPath=", image)
+    services("start", "other")
+    expect(["scenario", "--builtin"], "The simulated adapter answers from the built-in scenario.\n")
+
+    holder = hold("service")
+    expect(["remove"], errors=HELD)
+    expect(["install"], errors=HELD)
+    kill(holder)
+    expect(["install"], INSTALLED)
+    together = [control("install"), control("remove"), control("install")]
+    for program, output in zip(together, (INSTALLED, REMOVED, INSTALLED)):
+        expect_of(program, output)
+    expect(["install"], INSTALLED)
+    expect(["remove"], REMOVED)
+
+    assert services("start", "other") == 0
+    expect(["install"], errors=NAME_TAKEN)
+    services("stop", "other")
+    services("delete", "other")
+    expect(["remove"], REMOVED)
+
+    foreign = f"a8000: the service a8000sim is another program's: {image}\n"
+    services("create", "a8000sim", "type=", "kernel", "binPath=", image)
+    expect(["install"], errors=foreign)
+    expect(["remove"], errors=foreign)
+    assert services("delete", "a8000sim") == 0
 
 
 if __name__ == "__main__":

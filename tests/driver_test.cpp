@@ -1,6 +1,7 @@
 // driver_test: calls the running driver as no tool does, and checks what comes back.
-// driver_test hold: opens the device, sends one request, says so and waits to be killed.
 // driver_test fill: sends as many requests as a trace has no room for.
+// driver_test device|requests|service: sends one request, or many; or opens the driver's service.
+//   Says how that went and waits to be killed.
 #include <windows.h>
 
 #include <cstdint>
@@ -155,15 +156,28 @@ void CheckControl(Driver* driver) {
   Check(driver, Call(control, ControlQueryStatus, nullptr, 0, bytes, 27).error == 122, "short");
 }
 
-int Hold(HANDLE device) {
-  uint8_t payload[8] = {};
-  printf("%lu\n", Ask(device, 0xFFFCF105, payload, sizeof(payload)).error);
+// Holds the open device, or the service's handle, until it is killed, or is killed in a request.
+int Hold(const char* what) {
+  static uint8_t payload[1 << 20];
+  const bool requests = strcmp(what, "requests") == 0;
+  DWORD error = 0;
+  HANDLE device = nullptr;
+  if (strcmp(what, "service") == 0) {
+    SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_CONNECT);
+    if (OpenServiceA(manager, "a8000sim", SERVICE_QUERY_STATUS) == nullptr) error = GetLastError();
+  } else {
+    device = Open(R"(\\.\A8000)");
+    error = Ask(device, 0xFFFCF105, payload, 8).error;
+  }
+  printf("%lu\n", error);
   fflush(stdout);
+  while (requests) Ask(device, 0xFFFCF105, payload, sizeof(payload));
   Sleep(INFINITE);
   return 1;
 }
 
-int Fill(HANDLE device) {
+int Fill() {
+  HANDLE device = Open(R"(\\.\A8000)");
   static uint8_t payload[60000];
   for (int i = 0; i < 70; i++) {
     if (Ask(device, 1, payload, sizeof(payload)).error != 0) return 1;
@@ -174,8 +188,8 @@ int Fill(HANDLE device) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc > 1) return strcmp(argv[1], "fill") == 0 ? Fill() : Hold(argv[1]);
   Driver driver = {Open(R"(\\.\A8000)"), nullptr, 0};
-  if (argc > 1) return strcmp(argv[1], "fill") == 0 ? Fill(driver.device) : Hold(driver.device);
   driver.control = Open(ControlDevicePath);
   CheckLengths(&driver);
   CheckErrors(&driver);

@@ -34,21 +34,26 @@ int FailFile(const char* name) {
   return Failed;
 }
 
-// Sends one request to the driver; `returned` is the length of its answer. Says what went wrong.
-bool Ask(uint32_t code, void* input, uint32_t inputLength, void* output, uint32_t outputLength,
-         DWORD* returned) {
+// Sends one request to the driver; `returned` is the length of its answer. Returns a last-error
+// code, 0 where the driver has answered.
+DWORD Send(uint32_t code, void* input, uint32_t inputLength, void* output, uint32_t outputLength,
+           DWORD* returned) {
   HANDLE device = CreateFileA(ControlDevicePath, GENERIC_READ | GENERIC_WRITE, 0, nullptr,
                               OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (device == INVALID_HANDLE_VALUE) {
-    ReportUnreachable(GetLastError());
-    return false;
-  }
+  if (device == INVALID_HANDLE_VALUE) return GetLastError();
   const bool answered = DeviceIoControl(device, code, input, inputLength, output, outputLength,
                                         returned, nullptr) != 0;
-  const DWORD error = GetLastError();
+  const DWORD error = answered ? 0 : GetLastError();
   CloseHandle(device);
-  if (!answered) ReportUnreachable(error);
-  return answered;
+  return error;
+}
+
+// The same for one that has to be answered: says what went wrong.
+bool Ask(uint32_t code, void* input, uint32_t inputLength, void* output, uint32_t outputLength,
+         DWORD* returned) {
+  const DWORD error = Send(code, input, inputLength, output, outputLength, returned);
+  if (error != 0) ReportUnreachable(error);
+  return error == 0;
 }
 
 // Wine ignores the status of an open request, so that opening has to be made to fail otherwise.
@@ -58,8 +63,15 @@ LoadHeader Header() {
   return {wine ? 1U : 0U};
 }
 
+// Whether the driver runs and a program has the device open.
+bool IsDeviceOpen() {
+  SimulatorStatus status = {};
+  DWORD returned = 0;
+  return Send(ControlQueryStatus, nullptr, 0, &status, sizeof(status), &returned) == 0 &&
+         status.opened > 0;
+}
+
 int Install() {
-  constexpr char DriverFile[] = "a8000sim.sys";
   char path[MAX_PATH + sizeof(DriverFile)];
   const DWORD length = GetModuleFileNameA(nullptr, path, MAX_PATH);
   if (length == 0 || length >= MAX_PATH) {
@@ -71,6 +83,11 @@ int Install() {
   FILE* file = fopen(path, "rb");
   if (file == nullptr) return FailFile(path);
   fclose(file);
+  // One that is in use would be told to stop and then serve no one any more.
+  if (IsDeviceOpen()) {
+    ReportUnreachable(ERROR_BUSY);
+    return Failed;
+  }
   if (!InstallDriver(path)) return Failed;
   printf("The simulated adapter is installed and running.\n");
   return Done;

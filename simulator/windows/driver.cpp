@@ -18,6 +18,7 @@ constexpr ULONG PoolTag = 0x38303041;  // "A008"
 struct DriverState {
   DEVICE_OBJECT* device;
   DEVICE_OBJECT* control;
+  bool controlLinked;
   DeviceLink link;
   FAST_MUTEX mutex;  // guards the front
   DriverFront front;
@@ -72,16 +73,17 @@ NTSTATUS Complete(IRP* irp, NTSTATUS status, ULONG_PTR returned) {
 
 // Brings the device's name into the state that the scenario wants. Names may not change under the
 // mutex; that only Wine changes them, which has one thread for all requests, keeps this in order.
-void ArrangeLink(DriverState* state, DeviceLink wanted) {
-  if (state->link == wanted) return;
+NTSTATUS ArrangeLink(DriverState* state, DeviceLink wanted) {
+  if (state->link == wanted) return STATUS_SUCCESS;
   UNICODE_STRING link = DeviceLinkName();
   UNICODE_STRING target = DeviceName();
   if (state->link != DeviceLink::Absent) IoDeleteSymbolicLink(&link);
   state->link = DeviceLink::Absent;
-  if (wanted == DeviceLink::Absent) return;
-  if (NT_SUCCESS(IoCreateSymbolicLink(&link, wanted == DeviceLink::ToItself ? &link : &target))) {
-    state->link = wanted;
-  }
+  if (wanted == DeviceLink::Absent) return STATUS_SUCCESS;
+  const NTSTATUS status =
+      IoCreateSymbolicLink(&link, wanted == DeviceLink::ToItself ? &link : &target);
+  if (NT_SUCCESS(status)) state->link = wanted;
+  return status;
 }
 
 OpenTerms TermsOf(const IO_STACK_LOCATION* call) {
@@ -206,11 +208,12 @@ bool RestrictToAdministrators(DEVICE_OBJECT* device) {
   return NT_SUCCESS(status);
 }
 
+// Takes away what this driver has made; the names may be those of another one that runs already.
 void NTAPI Unload(DRIVER_OBJECT* /*driver*/) {
   DriverState* state = State();
   UNICODE_STRING controlLink = ControlLinkName();
   ArrangeLink(state, DeviceLink::Absent);
-  IoDeleteSymbolicLink(&controlLink);
+  if (state->controlLinked) IoDeleteSymbolicLink(&controlLink);
   if (state->control != nullptr) IoDeleteDevice(state->control);
   if (state->device != nullptr) IoDeleteDevice(state->device);
   FrontStop(&state->front);
@@ -229,8 +232,8 @@ NTSTATUS CreateDevices(DRIVER_OBJECT* driver, DriverState* state) {
   if (!RestrictToAdministrators(state->control)) return STATUS_UNSUCCESSFUL;
   status = IoCreateSymbolicLink(&controlLink, &controlName);
   if (!NT_SUCCESS(status)) return status;
-  ArrangeLink(state, DeviceLink::Present);
-  return state->link == DeviceLink::Present ? STATUS_SUCCESS : STATUS_UNSUCCESSFUL;
+  state->controlLinked = true;
+  return ArrangeLink(state, DeviceLink::Present);
 }
 
 }  // namespace

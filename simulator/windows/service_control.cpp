@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -14,12 +15,18 @@ enum class DriverState {
   Running,
 };
 
-constexpr char ServiceName[] = "A8000";
+constexpr char ServiceName[] = "a8000sim";
 constexpr char DisplayName[] = "Simulated A8000 adapter";
 
 constexpr DWORD ErrorInvalidImageHash = 577;
-constexpr DWORD StopWait = 5000;  // milliseconds
+constexpr DWORD SaidAlready = 0xFFFFFFFF;  // no code of the system
+
+// How long to wait and how often to look, in milliseconds.
+constexpr DWORD StopWait = 5000;
 constexpr DWORD StopStep = 20;
+constexpr DWORD DeletionWait = 2000;
+constexpr DWORD DeletionStep = 100;
+constexpr DWORD TurnWait = 30000;
 
 bool Fail(const char* what) {
   fprintf(stderr, "a8000: %s\n", what);
@@ -28,12 +35,20 @@ bool Fail(const char* what) {
 
 bool FailWithCode(const char* what, DWORD error) {
   switch (error) {
+    case SaidAlready:
+      return false;
     case ERROR_ACCESS_DENIED:
       return Fail("no rights; run as administrator");
+    case ERROR_BUSY:
+      return Fail("the driver is in use; close the programs that have the device open");
+    case ERROR_ALREADY_EXISTS:
+      return Fail("another driver has the name A8000; disable the adapter that it belongs to");
     case ERROR_SERVICE_DOES_NOT_EXIST:
       return Fail("the driver is not installed; run a8000ctl install");
     case ERROR_SERVICE_MARKED_FOR_DELETE:
-      return Fail("the driver is being removed; close the programs that have the device open");
+      return Fail(
+          "the driver is still being removed; close the programs that have the device open, and "
+          "the Services console");
     case ErrorInvalidImageHash:
       return Fail("the driver's signature is not accepted; see driver-readme.md");
     default:
@@ -66,7 +81,7 @@ SC_HANDLE OpenDriver(DWORD access) {
   return service;
 }
 
-// Creates the service, or points the one that exists to `path`; null where that fails.
+// Creates the service or opens the one that exists; null, with a last-error code, where that fails.
 SC_HANDLE CreateDriver(const char* path) {
   SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_CREATE_SERVICE);
   if (manager == nullptr) return nullptr;
@@ -84,31 +99,105 @@ SC_HANDLE CreateDriver(const char* path) {
   return service;
 }
 
-bool StopService(SC_HANDLE service) {
+// The steps below return a last-error code, 0 where they are done.
+
+// Leaves a service alone that is no kernel driver from a file of the simulated adapter's name.
+DWORD CheckOwner(SC_HANDLE service) {
+  constexpr DWORD MostBytes = 8192;  // of a configuration
+  alignas(QUERY_SERVICE_CONFIGA) static char record[MostBytes];
+  auto* config = reinterpret_cast<QUERY_SERVICE_CONFIGA*>(record);
+  DWORD needed = 0;
+  if (!QueryServiceConfigA(service, config, MostBytes, &needed)) return GetLastError();
+  const char* image = config->lpBinaryPathName != nullptr ? config->lpBinaryPathName : "";
+  const char* folderEnd = strrchr(image, '\\');
+  if (config->dwServiceType == SERVICE_KERNEL_DRIVER &&
+      _stricmp(folderEnd != nullptr ? folderEnd + 1 : image, DriverFile) == 0) {
+    return 0;
+  }
+  fprintf(stderr, "a8000: the service %s is another program's: %s\n", ServiceName, image);
+  return SaidAlready;
+}
+
+DWORD StopDriver(SC_HANDLE service) {
   SERVICE_STATUS status = {};
   const DriverState state = StateOf(service);
-  if (state == DriverState::Stopped) return true;
+  if (state == DriverState::Stopped) return 0;
   // One that is stopping already takes no second request.
   if (state != DriverState::StopPending &&
       !ControlService(service, SERVICE_CONTROL_STOP, &status) &&
       GetLastError() != ERROR_SERVICE_NOT_ACTIVE) {
-    return FailWithCode("cannot stop the driver", GetLastError());
+    return GetLastError();
   }
   for (DWORD waited = 0; waited < StopWait; waited += StopStep) {
-    if (StateOf(service) == DriverState::Stopped) return true;
+    if (StateOf(service) == DriverState::Stopped) return 0;
     Sleep(StopStep);
   }
-  return Fail("the driver is in use; close the programs that have the device open");
+  return ERROR_BUSY;
 }
 
-bool StartDriverFile(SC_HANDLE service, const char* path) {
-  if (!StopService(service)) return false;
-  if (!ChangeServiceConfigA(service, SERVICE_NO_CHANGE, SERVICE_NO_CHANGE, SERVICE_NO_CHANGE, path,
-                            nullptr, nullptr, nullptr, nullptr, nullptr, nullptr)) {
-    return FailWithCode("cannot install the driver", GetLastError());
+DWORD StartDriverFile(SC_HANDLE service, const char* path) {
+  DWORD error = CheckOwner(service);
+  if (error == 0) error = StopDriver(service);
+  if (error != 0) return error;
+  if (!ChangeServiceConfigA(service, SERVICE_KERNEL_DRIVER, SERVICE_DEMAND_START,
+                            SERVICE_ERROR_NORMAL, path, nullptr, nullptr, nullptr, nullptr, nullptr,
+                            nullptr) ||
+      !StartServiceA(service, 0, nullptr)) {
+    return GetLastError();
   }
-  if (StartServiceA(service, 0, nullptr)) return true;
-  return FailWithCode("cannot start the driver", GetLastError());
+  return 0;
+}
+
+DWORD InstallOnce(const char* path) {
+  SC_HANDLE service = CreateDriver(path);
+  if (service == nullptr) return GetLastError();
+  const DWORD error = StartDriverFile(service, path);
+  CloseServiceHandle(service);
+  return error;
+}
+
+// A service that is deleted stays, marked so, until the last handle of anyone's to it is closed.
+DWORD WaitUntilGone() {
+  for (DWORD waited = 0; waited < DeletionWait; waited += DeletionStep) {
+    SC_HANDLE service = OpenDriver(SERVICE_QUERY_STATUS);
+    if (service == nullptr) {
+      const DWORD error = GetLastError();
+      return error == ERROR_SERVICE_DOES_NOT_EXIST ? 0 : error;
+    }
+    CloseServiceHandle(service);
+    Sleep(DeletionStep);
+  }
+  return ERROR_SERVICE_MARKED_FOR_DELETE;
+}
+
+// Also deletes a driver that does not stop: it goes once the last program has closed the device.
+DWORD StopAndDelete(SC_HANDLE service) {
+  const DWORD error = CheckOwner(service);
+  if (error != 0) return error;
+  const DWORD stopError = StopDriver(service);
+  if (!DeleteService(service) && GetLastError() != ERROR_SERVICE_MARKED_FOR_DELETE) {
+    return GetLastError();
+  }
+  return stopError;
+}
+
+// Installing and removing are for one a8000ctl at a time. Returns null where others do not end.
+HANDLE TakeTurn() {
+  HANDLE turn = CreateMutexA(nullptr, FALSE, "Global\\a8000ctl");
+  if (turn == nullptr) {
+    FailWithCode("cannot tell whether another a8000ctl is running", GetLastError());
+    return nullptr;
+  }
+  const DWORD waited = WaitForSingleObject(turn, TurnWait);
+  if (waited == WAIT_OBJECT_0 || waited == WAIT_ABANDONED) return turn;
+  Fail("another a8000ctl does not end");
+  CloseHandle(turn);
+  return nullptr;
+}
+
+void EndTurn(HANDLE turn) {
+  ReleaseMutex(turn);
+  CloseHandle(turn);
 }
 
 DriverState QueryDriver() {
@@ -125,23 +214,31 @@ DriverState QueryDriver() {
 }  // namespace
 
 bool InstallDriver(const char* path) {
-  SC_HANDLE service = CreateDriver(path);
-  if (service == nullptr) return FailWithCode("cannot install the driver", GetLastError());
-  const bool started = StartDriverFile(service, path);
-  CloseServiceHandle(service);
-  return started;
+  HANDLE turn = TakeTurn();
+  if (turn == nullptr) return false;
+  DWORD error = InstallOnce(path);
+  for (DWORD waited = 0; error == ERROR_SERVICE_MARKED_FOR_DELETE && waited < DeletionWait;
+       waited += DeletionStep) {
+    Sleep(DeletionStep);
+    error = InstallOnce(path);
+  }
+  EndTurn(turn);
+  return error == 0 || FailWithCode("cannot install the driver", error);
 }
 
 bool RemoveDriver() {
-  SC_HANDLE service = OpenDriver(SERVICE_QUERY_STATUS | SERVICE_STOP | DELETE);
-  if (service == nullptr) return FailWithCode("cannot remove the driver", GetLastError());
-  // Also where it does not stop: it is then gone once the last program has closed the device.
-  const bool stopped = StopService(service);
-  const bool removed = DeleteService(service) != 0;
-  const DWORD error = GetLastError();
-  CloseServiceHandle(service);
-  if (!removed) return FailWithCode("cannot remove the driver", error);
-  return stopped;
+  HANDLE turn = TakeTurn();
+  if (turn == nullptr) return false;
+  SC_HANDLE service =
+      OpenDriver(SERVICE_QUERY_STATUS | SERVICE_QUERY_CONFIG | SERVICE_STOP | DELETE);
+  DWORD error = GetLastError();
+  if (service != nullptr) {
+    error = StopAndDelete(service);
+    CloseServiceHandle(service);
+    if (error == 0) error = WaitUntilGone();
+  }
+  EndTurn(turn);
+  return error == 0 || FailWithCode("cannot remove the driver", error);
 }
 
 void ReportUnreachable(unsigned long error) {

@@ -2,6 +2,9 @@
 // went wrong and then returns false.
 #pragma once
 
+// Lies beside the control program. A service whose image has another name is left alone.
+constexpr char DriverFile[] = "a8000sim.sys";
+
 // Installs the driver file, in place of one that is installed already, and starts it.
 bool InstallDriver(const char* path);
 

@@ -11,22 +11,18 @@
 
 namespace {
 
-// The question of OidCoexInfo.
-struct CoexInfoRequest {
-  uint32_t selector;  // what is asked for
-  uint8_t unused[460];
-};
-static_assert(sizeof(CoexInfoRequest) == 464);
-
-// The answer, in the same bytes.
+// The answer of OidCoexInfo.
 struct CoexInfoResponse {
-  uint32_t selector;
+  uint32_t selector;    // what was asked for
   uint16_t listLength;  // bytes of the item list
   uint8_t items[458];   // each a CoexInfoItem and its value
 };
 static_assert(sizeof(CoexInfoResponse) == 464);
 static_assert(offsetof(CoexInfoResponse, listLength) == 4);
 static_assert(offsetof(CoexInfoResponse, items) == 6);
+
+// The question, in the same bytes: of it only the selector is set.
+using CoexInfoRequest = CoexInfoResponse;
 
 // The head of an item; `length` value bytes follow.
 struct CoexInfoItem {
@@ -141,12 +137,9 @@ void FormatCoexInfo(const CoexInfoResponse& info) {
 
 int HandleCoexInfoCommand(int argc, char** argv) {
   if (argc != 3 || !EqualsIgnoreCase(argv[2], "0x81")) return InvalidParameters(0);
-  union {
-    CoexInfoRequest request;
-    CoexInfoResponse response;
-  } info = {};
-  info.request.selector = CoexInfoSelector;
+  CoexInfoRequest info = {};
+  info.selector = CoexInfoSelector;
   if (!OidRequest(OidCoexInfo, &info)) return RequestRefused(0);
-  FormatCoexInfo(info.response);
+  FormatCoexInfo(info);
   return 1;
 }

@@ -37,6 +37,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+from types import SimpleNamespace
 
 # What starts a Windows program where this is not Windows.
 STARTER = [] if os.name == "nt" else [os.environ.get("WINE", "wine64")]
@@ -44,30 +45,6 @@ ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 BANNER = re.compile(rb"\r?\nWLANX tool, Version 1\.00\.00\.0070\r?\n[^\r\n]+\r?\n\r?\n")
 TIME = re.compile(rb"\d\d/\d\d/\d{4} \d\d:\d\d:\d\d")
 TRACED = re.compile(rb"0x([0-9A-F]{8}) len=(\d+)(?: if 0:([0-9a-f]*))? ")
-
-
-class Run:
-    def __init__(self, line, edition, words):
-        self.line = line
-        self.edition = edition
-        self.words = words
-        self.environment = {}
-        self.path = None
-        self.status = 0
-        self.output = b""
-        self.requests = None
-        self.files = {}
-        self.absent = []
-
-
-class Case:
-    def __init__(self, place, title):
-        self.place = place
-        self.title = title
-        self.scenario = None
-        self.lines = []
-        self.places = []  # of the lines
-        self.runs = []
 
 
 def unescape(text):
@@ -112,7 +89,8 @@ def read_cases(path):
             continue
         try:
             if mark == "==":
-                cases.append(Case(place, rest))
+                cases.append(SimpleNamespace(place=place, title=rest, scenario=None, lines=[],
+                                             line_places=[], runs=[]))
             elif not case:
                 raise ValueError("no case begins above it")
             elif mark == "@":
@@ -121,7 +99,7 @@ def read_cases(path):
                     raise ValueError("no such scenario")
             elif mark == "<":
                 case.lines.append(rest)
-                case.places.append(place)
+                case.line_places.append(place)
             elif mark == "%":
                 environment.update([rest.split("=", 1)])
             elif mark == "^":
@@ -130,9 +108,11 @@ def read_cases(path):
                 whole = mark.startswith("=")
                 head, *told = rest.split(" => ") if whole else [f"0 {rest}"]
                 status, _, words = head.partition(" ")
-                run = Run(number, "wlanx-eng" if mark.endswith("eng") else "wlanx",
-                          [expand(word) for word in shlex.split(words)])
-                run.environment, run.path, run.status = environment, program_path, int(status)
+                run = SimpleNamespace(
+                    line=number, edition="wlanx-eng" if mark.endswith("eng") else "wlanx",
+                    words=[expand(word) for word in shlex.split(words)], environment=environment,
+                    path=program_path, status=int(status), output=b"", requests=None, files={},
+                    absent=[])
                 if whole:
                     text, *sent = told
                     run.output = unescape(expand(text))
@@ -287,7 +267,7 @@ def check(host, case, run, folder):
     output, errors, status, trace = host.run(case, run, scenario, work)
     wrong = re.search(rb"case\.a8000:(\d+): (.*)", errors)
     if wrong and 0 < int(wrong[1]) <= len(case.lines):
-        return f"{case.places[int(wrong[1]) - 1]}: {wrong[2].decode()}\n"
+        return f"{case.line_places[int(wrong[1]) - 1]}: {wrong[2].decode()}\n"
     wanted = run.output.replace(b"\n", host.line_end)
     problems = ""
     banner = BANNER.match(output)

@@ -19,32 +19,34 @@ const UsageText* FindUsageText(const CommandEntry& command) {
   return nullptr;
 }
 
-// Every line is indented by 20 columns, so that it stands under the description.
+// So that a line stands under the description.
+constexpr char Indent[] = "                    ";
+
 void PrintUsageLine(const UsageLine& line, const char* programName, const char* name) {
   switch (line.Layout) {
     case UsageLayout::Plain:
-      ConsolePrintf("%20s%s\n", "", line.Text);
+      ConsolePrintf("%s%s\n", Indent, line.Text);
       break;
     case UsageLayout::Command:
-      ConsolePrintf("%20s    %20s   %s%s\n", "", programName, name, line.Text);
+      ConsolePrintf("%s    %20s   %s%s\n", Indent, programName, name, line.Text);
       break;
     case UsageLayout::TabbedCommand:
-      ConsolePrintf("%20s\t %20s\t%s%s\n", "", programName, name, line.Text);
+      ConsolePrintf("%s\t %20s\t%s%s\n", Indent, programName, name, line.Text);
       break;
     case UsageLayout::HalfTabbedCommand:
-      ConsolePrintf("%20s\t%20s   %s%s\n", "", programName, name, line.Text);
+      ConsolePrintf("%s\t%20s   %s%s\n", Indent, programName, name, line.Text);
       break;
     case UsageLayout::NarrowCommand:
-      ConsolePrintf("%20s %20s %s%s\n", "", programName, name, line.Text);
+      ConsolePrintf("%s %20s %s%s\n", Indent, programName, name, line.Text);
       break;
     case UsageLayout::Value:
-      ConsolePrintf("%20s    %20s\n", "", line.Text);
+      ConsolePrintf("%s    %20s\n", Indent, line.Text);
       break;
     case UsageLayout::TabbedValue:
-      ConsolePrintf("%20s\t %20s\n", "", line.Text);
+      ConsolePrintf("%s\t %20s\n", Indent, line.Text);
       break;
     case UsageLayout::BeforeProgram:
-      ConsolePrintf("%20s%s%s", "", line.Text, programName);
+      ConsolePrintf("%s%s%s", Indent, line.Text, programName);
       break;
     case UsageLayout::AfterProgram:
       ConsolePrintf("%s\n", line.Text);

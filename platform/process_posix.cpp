@@ -3,9 +3,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
-#include <cstdio>
-#include <cstdlib>
 
 #include "platform/process.h"
 
@@ -16,8 +15,16 @@ void PrepareStandardOutput() {
     if (fcntl(descriptor, F_GETFD) == -1) open("/dev/null", O_RDWR);
   }
   (void)signal(SIGPIPE, SIG_IGN);
-  static char storage[1 << 16];
-  (void)setvbuf(stdout, storage, _IOFBF, sizeof(storage));
+}
+
+void WriteStandardOutput(const char* text, size_t size) {
+  while (size > 0) {
+    const ssize_t written = write(STDOUT_FILENO, text, size);
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return;
+    text += written;
+    size -= static_cast<size_t>(written);
+  }
 }
 
 void EndProcess(int status) {

@@ -1,13 +1,17 @@
 #ifdef _WIN32
 
-#include <cstdio>
+#include <io.h>
+
 #include <cstdlib>
 
 #include "platform/process.h"
 
-void PrepareStandardOutput() {
-  static char storage[1 << 16];
-  setvbuf(stdout, storage, _IOFBF, sizeof(storage));
+void PrepareStandardOutput() {}
+
+void WriteStandardOutput(const char* text, size_t size) {
+  // The runtime opens standard output in its text mode, which ends lines with CR LF.
+  constexpr int StandardOutput = 1;
+  if (size > 0) _write(StandardOutput, text, static_cast<unsigned>(size));
 }
 
 void EndProcess(int status) {

@@ -143,11 +143,12 @@ CallResult AdapterClose(const Adapter* adapter) {
 
 RequestResult AdapterRequest(Adapter* adapter, uint32_t oid, uint8_t* payload, uint32_t length) {
   const Scenario* scenario = adapter->scenario;
-  for (uint32_t i = 0; i < scenario->ruleCount; i++) {
-    const ScenarioRule* rule = &scenario->rules[i];
+  const ScenarioRule* const end = scenario->rules + scenario->ruleCount;
+  for (const ScenarioRule* rule = scenario->rules; rule != end; rule++) {
     if (rule->oid != oid || !RuleMatches(scenario, rule, payload, length)) continue;
-    if (rule->hasTimes && adapter->served[i] >= rule->times) continue;
-    if (rule->hasTimes) adapter->served[i]++;
+    uint32_t* served = &adapter->served[rule - scenario->rules];
+    if (rule->hasTimes && *served >= rule->times) continue;
+    if (rule->hasTimes) ++*served;
     return ApplyRule(scenario, rule, payload, length);
   }
   if (IsRegisterAccess(adapter, oid, length)) {

@@ -4,69 +4,145 @@
 #include <cstdint>
 #include <cstring>
 
+#include "platform/process.h"
+
 namespace {
 
-// Where formatted text goes: a stretch of memory, which is written to `file` each time it is full
-// and once at the end, or which keeps what fits when there is no file.
+// Where formatted text goes: a stretch of memory, and what becomes of a text that it has no room
+// for.
 struct TextSink {
   char* begin;
-  char* end;
   char* next;
-  FILE* file;
-  size_t total;
+  char* end;
+  void (*overflow)(TextSink* sink, const char* text, size_t length);
+  FILE* file;   // of FilePrintf
+  size_t lost;  // characters that BoundedPrintf had no room for
 };
 
-void Drain(TextSink* sink) {
-  (void)fwrite(sink->begin, 1, static_cast<size_t>(sink->next - sink->begin), sink->file);
-  sink->next = sink->begin;
+void WriteOut(TextSink* sink, const char* text, size_t length);
+
+// What is printed and not yet written out.
+TextSink* Console() {
+  static char memory[1 << 16];
+  static TextSink sink = {memory, memory, memory + sizeof(memory), WriteOut, nullptr, 0};
+  return &sink;
 }
 
 void PutRun(TextSink* sink, const char* text, size_t length) {
-  sink->total += length;
-  while (length > 0) {
-    auto room = static_cast<size_t>(sink->end - sink->next);
-    size_t piece = length < room ? length : room;
-    memcpy(sink->next, text, piece);
-    sink->next += piece;
-    text += piece;
-    length -= piece;
-    if (length == 0) return;
-    if (sink->file == nullptr) return;
-    Drain(sink);
+  if (length > static_cast<size_t>(sink->end - sink->next)) {
+    sink->overflow(sink, text, length);
+    return;
+  }
+  char* target = sink->next;
+  sink->next += length;
+  memcpy(target, text, length);
+}
+
+void WriteOut(TextSink* sink, const char* text, size_t length) {
+  ConsoleFlush();
+  if (length > static_cast<size_t>(sink->end - sink->next)) {
+    WriteStandardOutput(text, length);
+  } else {
+    PutRun(sink, text, length);
   }
 }
 
-void PutFill(TextSink* sink, char character, size_t count) {
-  char run[32];
-  memset(run, character, sizeof(run));
-  for (; count > sizeof(run); count -= sizeof(run)) PutRun(sink, run, sizeof(run));
-  PutRun(sink, run, count);
+void WriteIntoFile(TextSink* sink, const char* text, size_t length) {
+  (void)fwrite(text, 1, length, sink->file);
 }
 
-// One conversion as its format gives it; width and precision are -1 where absent.
+void KeepWhatFits(TextSink* sink, const char* text, size_t length) {
+  auto room = static_cast<size_t>(sink->end - sink->next);
+  PutRun(sink, text, room);
+  sink->lost += length - room;
+}
+
+void PutBlanks(TextSink* sink, size_t count) {
+  static constexpr char Blanks[] = "                                                ";
+  constexpr size_t Most = sizeof(Blanks) - 1;
+  for (; count > Most; count -= Most) PutRun(sink, Blanks, Most);
+  PutRun(sink, Blanks, count);
+}
+
+// One conversion as its format gives it; the precision is -1 where absent.
 struct Conversion {
   bool left;
   bool zero;
+  bool wide;  // ll
   int width;
   int precision;
-  int length;  // -2 hh, -1 h, 0 none, 1 l, 2 ll
-  char letter;
 };
 
-// Pads `text` with blanks to the conversion's width.
-void PutPadded(TextSink* sink, const Conversion& conversion, const char* text, size_t length) {
-  size_t width = conversion.width > 0 ? static_cast<size_t>(conversion.width) : 0;
-  size_t padding = width > length ? width - length : 0;
-  if (padding > 0 && !conversion.left) PutFill(sink, ' ', padding);
-  PutRun(sink, text, length);
-  if (padding > 0 && conversion.left) PutFill(sink, ' ', padding);
+// What the argument list still holds. A struct, so that it can be handed on by address.
+struct Values {
+  va_list list;
+};
+
+// Reads a width or precision: digits, or '*' for the next value.
+const char* ReadCount(const char* format, Values* values, int* count) {
+  if (*format == '*') {
+    *count = va_arg(values->list, int);
+    return format + 1;
+  }
+  int number = 0;
+  for (; *format >= '0' && *format <= '9'; format++) number = number * 10 + *format - '0';
+  *count = number;
+  return format;
 }
 
-void PutText(TextSink* sink, const Conversion& conversion, const char* text) {
-  size_t length = conversion.precision < 0
-                      ? strlen(text)
-                      : strnlen(text, static_cast<size_t>(conversion.precision));
-  PutPadded(sink, conversion, text, length);
+// Reads a conversion from behind its '%' up to its letter.
+const char* ReadConversion(const char* format, Values* values, Conversion* conversion) {
+  *conversion = {false, false, false, 0, -1};
+  if (*format < 'A') {  // something stands before the letters
+    conversion->left = *format == '-';
+    if (conversion->left) format++;
+    conversion->zero = !conversion->left && *format == '0';
+    format = ReadCount(format, values, &conversion->width);
+    if (*format == '.') format = ReadCount(format + 1, values, &conversion->precision);
+  }
+  if (*format == 'l') {
+    conversion->wide = true;
+    format += 2;
+  }
+  return format;
+}
+
+// A number's sign and magnitude.
+struct Number {
+  bool negative;
+  uint64_t magnitude;
+};
+
+Number ReadSigned(const Conversion& conversion, Values* values) {
+  int64_t value = conversion.wide ? va_arg(values->list, long long) : va_arg(values->list, int);
+  auto magnitude = static_cast<uint64_t>(value);
+  return {value < 0, value < 0 ? 0 - magnitude : magnitude};
+}
+
+Number ReadUnsigned(const Conversion& conversion, Values* values) {
+  return {false, conversion.wide ? va_arg(values->list, unsigned long long)
+                                 : va_arg(values->list, unsigned)};
+}
+
+constexpr int MostDigits = 32;  // whatever a format asks for
+
+// Writes a number so that it ends before `end`; returns where it begins.
+char* WriteNumber(char* end, const Conversion& conversion, char letter, Number number) {
+  int least = conversion.precision;
+  if (least < 0) least = conversion.zero ? conversion.width - (number.negative ? 1 : 0) : 1;
+  if (least < 1 && conversion.precision != 0) least = 1;
+  const char* const filled = end - (least < MostDigits ? least : MostDigits);
+  char* first = end;
+  uint64_t rest = number.magnitude;
+  if (letter == 'd' || letter == 'u') {
+    for (; rest != 0; rest /= 10) *--first = static_cast<char>('0' + rest % 10);
+  } else {
+    const char* alphabet = letter == 'x' ? "0123456789abcdef" : "0123456789ABCDEF";
+    for (; rest != 0; rest >>= 4) *--first = alphabet[rest & 15];
+  }
+  while (first > filled) *--first = '0';
+  if (number.negative) *--first = '-';
+  return first;
 }
 
 // A text of 16-bit little-endian characters at any address.
@@ -79,148 +155,75 @@ void PutWideText(TextSink* sink, const void* text) {
   }
 }
 
-void PutNumber(TextSink* sink, const Conversion& conversion, uint64_t magnitude, bool negative) {
-  constexpr size_t MostDigits = 20;
-  char digits[MostDigits];
-  char* first = digits + MostDigits;
-  if (conversion.letter == 'x' || conversion.letter == 'X') {
-    const char* alphabet = conversion.letter == 'x' ? "0123456789abcdef" : "0123456789ABCDEF";
-    for (; magnitude != 0; magnitude >>= 4) *--first = alphabet[magnitude & 15];
-  } else {
-    for (; magnitude != 0; magnitude /= 10) *--first = static_cast<char>('0' + magnitude % 10);
+// Puts a format up to its next '%' and returns where that is, or its end. Most such stretches are
+// short: copied as they are read.
+const char* PutPlain(TextSink* sink, const char* format) {
+  char* next = sink->next;
+  char* const end = sink->end;
+  char character = *format;
+  while (character != '%' && next != end) {
+    if (character == 0) break;
+    *next++ = character;
+    character = *++format;
   }
-  auto count = static_cast<size_t>(digits + MostDigits - first);
-  size_t least = conversion.precision < 0 ? 1 : static_cast<size_t>(conversion.precision);
-  size_t zeros = least > count ? least - count : 0;
-  size_t width = conversion.width > 0 ? static_cast<size_t>(conversion.width) : 0;
-  size_t used = zeros + count + (negative ? 1 : 0);
-  size_t padding = width > used ? width - used : 0;
-  if (conversion.zero && !conversion.left && conversion.precision < 0) {
-    zeros += padding;
-    padding = 0;
-  }
-  if (padding > 0 && !conversion.left) PutFill(sink, ' ', padding);
-  if (negative) PutRun(sink, "-", 1);
-  if (zeros > 0) PutFill(sink, '0', zeros);
-  PutRun(sink, first, count);
-  if (padding > 0 && conversion.left) PutFill(sink, ' ', padding);
-}
-
-// What the argument list still holds. A struct, so that it can be handed on by address.
-struct Values {
-  va_list list;
-};
-
-void PutSigned(TextSink* sink, const Conversion& conversion, Values* values) {
-  int64_t value = 0;
-  if (conversion.length == 2) {
-    value = va_arg(values->list, long long);
-  } else if (conversion.length == 1) {
-    value = va_arg(values->list, long);
-  } else {
-    value = va_arg(values->list, int);
-    if (conversion.length == -1) value = static_cast<int16_t>(value);
-    if (conversion.length == -2) value = static_cast<int8_t>(value);
-  }
-  auto magnitude = static_cast<uint64_t>(value);
-  PutNumber(sink, conversion, value < 0 ? 0 - magnitude : magnitude, value < 0);
-}
-
-void PutUnsigned(TextSink* sink, const Conversion& conversion, Values* values) {
-  uint64_t value = 0;
-  if (conversion.length == 2) {
-    value = va_arg(values->list, unsigned long long);
-  } else if (conversion.length == 1) {
-    value = va_arg(values->list, unsigned long);
-  } else {
-    value = va_arg(values->list, unsigned);
-    if (conversion.length == -1) value = static_cast<uint16_t>(value);
-    if (conversion.length == -2) value = static_cast<uint8_t>(value);
-  }
-  PutNumber(sink, conversion, value, false);
-}
-
-// The C library's rounding, our padding.
-void PutFloat(TextSink* sink, const Conversion& conversion, double value) {
-  char digits[352];
-  int precision = conversion.precision < 0 ? 6 : conversion.precision;
-  int length = snprintf(digits, sizeof(digits), "%.*f", precision > 32 ? 32 : precision, value);
-  PutPadded(sink, conversion, digits, static_cast<size_t>(length));
-}
-
-bool IsDigit(char character) {
-  return character >= '0' && character <= '9';
-}
-
-// Reads a width or precision: digits, or '*' for the next value.
-const char* ReadCount(const char* format, Values* values, int* count) {
-  if (*format == '*') {
-    *count = va_arg(values->list, int);
-    return format + 1;
-  }
-  *count = 0;
-  while (IsDigit(*format)) *count = *count * 10 + (*format++ - '0');
-  return format;
-}
-
-// Reads the conversion behind a '%' and returns what follows it.
-const char* ReadConversion(const char* format, Values* values, Conversion* conversion) {
-  *conversion = {false, false, -1, -1, 0, 0};
-  for (; *format == '-' || *format == '0'; format++) {
-    (*format == '-' ? conversion->left : conversion->zero) = true;
-  }
-  if (IsDigit(*format) || *format == '*') format = ReadCount(format, values, &conversion->width);
-  if (*format == '.') format = ReadCount(format + 1, values, &conversion->precision);
-  for (; *format == 'l'; format++) conversion->length++;
-  for (; *format == 'h'; format++) conversion->length--;
-  conversion->letter = *format;
-  return *format == 0 ? format : format + 1;
+  sink->next = next;
+  if (next != end) return format;
+  size_t rest = strcspn(format, "%");
+  PutRun(sink, format, rest);
+  return format + rest;
 }
 
 void PutFormatted(TextSink* sink, const char* format, Values* values) {
-  while (*format != 0) {
-    const char* plain = format;
-    while (*format != 0 && *format != '%') format++;
-    PutRun(sink, plain, static_cast<size_t>(format - plain));
-    if (*format == 0) break;
-    Conversion conversion = {};
+  for (;;) {
+    format = PutPlain(sink, format);
+    if (*format == 0) return;
+    if (format[1] == 's') {  // as most are, without anything between
+      const char* text = va_arg(values->list, const char*);
+      PutRun(sink, text, strlen(text));
+      format += 2;
+      continue;
+    }
+
+    Conversion conversion;
     format = ReadConversion(format + 1, values, &conversion);
-    switch (conversion.letter) {
+    char letter = *format++;
+    char field[MostDigits + 1];
+    char* const fieldEnd = field + sizeof(field);
+    const char* text = fieldEnd - 1;
+    size_t length = 1;
+    switch (letter) {
       case 's':
-        PutText(sink, conversion, va_arg(values->list, const char*));
+        text = va_arg(values->list, const char*);
+        length = conversion.precision < 0
+                     ? strlen(text)
+                     : strnlen(text, static_cast<size_t>(conversion.precision));
         break;
       case 'S':
         PutWideText(sink, va_arg(values->list, const void*));
-        break;
+        continue;
       case 'd':
-      case 'i':
-        PutSigned(sink, conversion, values);
+        text = WriteNumber(fieldEnd, conversion, letter, ReadSigned(conversion, values));
+        length = static_cast<size_t>(fieldEnd - text);
         break;
       case 'u':
       case 'x':
       case 'X':
-        PutUnsigned(sink, conversion, values);
+        text = WriteNumber(fieldEnd, conversion, letter, ReadUnsigned(conversion, values));
+        length = static_cast<size_t>(fieldEnd - text);
         break;
-      case 'f':
-        PutFloat(sink, conversion, va_arg(values->list, double));
+      case 'c':
+        fieldEnd[-1] = static_cast<char>(va_arg(values->list, int));
         break;
-      case 'c': {
-        char character = static_cast<char>(va_arg(values->list, int));
-        PutPadded(sink, conversion, &character, 1);
-        break;
-      }
       default:  // "%%"
-        PutRun(sink, &conversion.letter, 1);
+        fieldEnd[-1] = letter;
         break;
     }
+    auto width = static_cast<size_t>(conversion.width);
+    size_t padding = width > length ? width - length : 0;
+    if (padding > 0 && !conversion.left) PutBlanks(sink, padding);
+    PutRun(sink, text, length);
+    if (padding > 0 && conversion.left) PutBlanks(sink, padding);
   }
-}
-
-void PrintToFile(FILE* file, const char* format, Values* values) {
-  char memory[512];
-  TextSink sink = {memory, memory + sizeof(memory), memory, file, 0};
-  PutFormatted(&sink, format, values);
-  Drain(&sink);
 }
 
 }  // namespace
@@ -228,30 +231,34 @@ void PrintToFile(FILE* file, const char* format, Values* values) {
 void ConsolePrintf(const char* format, ...) {
   Values values = {};
   va_start(values.list, format);
-  PrintToFile(stdout, format, &values);
+  PutFormatted(Console(), format, &values);
   va_end(values.list);
 }
 
+void ConsoleFlush() {
+  TextSink* sink = Console();
+  WriteStandardOutput(sink->begin, static_cast<size_t>(sink->next - sink->begin));
+  sink->next = sink->begin;
+}
+
 void FilePrintf(FILE* file, const char* format, ...) {
+  char none[1];  // the file has memory of its own
+  TextSink sink = {none, none, none, WriteIntoFile, file, 0};
   Values values = {};
   va_start(values.list, format);
-  PrintToFile(file, format, &values);
+  PutFormatted(&sink, format, &values);
   va_end(values.list);
 }
 
 int BoundedPrintf(char* text, size_t size, const char* format, ...) {
   // The zero's byte is kept back; without room even for that, nothing is written.
-  char nothing[1];
-  char* memory = size > 0 ? text : nothing;
-  TextSink sink = {memory, memory + (size > 0 ? size - 1 : 0), memory, nullptr, 0};
+  char none[1];
+  char* memory = size > 0 ? text : none;
+  TextSink sink = {memory, memory, memory + (size > 0 ? size - 1 : 0), KeepWhatFits, nullptr, 0};
   Values values = {};
   va_start(values.list, format);
   PutFormatted(&sink, format, &values);
   va_end(values.list);
   *sink.next = 0;
-  return static_cast<int>(sink.total);
-}
-
-void ConsoleFlush() {
-  (void)fflush(stdout);
+  return static_cast<int>(static_cast<size_t>(sink.next - sink.begin) + sink.lost);
 }

@@ -1,7 +1,7 @@
 // Formatted output. The conversions are those of C's printf that the tool uses:
-//   %d %i %u %x %X %c %s with flags - 0, width, precision (also *), lengths hh h l ll;
-//   %f with a precision (left to the C library); %% ;
+//   %d %u %x %X %c %s with flags - 0, width, precision (also *); %lld %llu %llx; %% ;
 //   %S, a text of 16-bit little-endian characters; what is not ASCII prints as a question mark.
+// A number has at most 32 digits, leading zeros among them.
 #pragma once
 
 #include <cstddef>

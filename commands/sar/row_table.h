@@ -25,7 +25,10 @@ const uint8_t* RowPowers(const RowTable& table, const AcpiTableQuery& record, ui
 void PrintRowTable(const SarLayout& layout, const RowTable& table, const AcpiTableQuery& record,
                    uint32_t current);
 
+// A power in decibels, with its one decimal.
+struct DecibelText {
+  char text[8];
+};
+
 // A power byte counts half-decibels.
-inline double Decibels(int halfDecibels) {
-  return halfDecibels * 0.5;
-}
+DecibelText Decibels(int halfDecibels);

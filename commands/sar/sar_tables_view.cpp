@@ -40,11 +40,11 @@ void PrintPowerLimits(const RowTable& table, const uint8_t* powers) {
     uint8_t main = powers[band];
     ConsolePrintf("%6s %s", "", BandLabels[band]);
     if (table.linesPerRow == 1) {
-      ConsolePrintf("%.1f dBm (0x%.2X)\n", Decibels(main), main);
+      ConsolePrintf("%s dBm (0x%.2X)\n", Decibels(main).text, main);
     } else {
       uint8_t aux = powers[table.bytesPerLine + band];
-      ConsolePrintf("Main: %.1f dBm (0x%.2X), Aux: %.1f dBm (0x%.2X)\n", Decibels(main), main,
-                    Decibels(aux), aux);
+      ConsolePrintf("Main: %s dBm (0x%.2X), Aux: %s dBm (0x%.2X)\n", Decibels(main).text, main,
+                    Decibels(aux).text, aux);
     }
   }
 }

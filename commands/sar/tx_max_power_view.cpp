@@ -25,17 +25,17 @@ constexpr uint32_t RateCount = sizeof(RateNames) / sizeof(RateNames[0]);
 // Version 0: band, channel index, power, a byte without meaning.
 void PrintPlainRow(const uint8_t* row, uint32_t number) {
   if (row[0] >= PlainBands) return;
-  ConsolePrintf("Index%d: Band: %s, ChannelIndex: %d, MaxTxPower: %0.1f dBm(0x%.2X)\n",
-                static_cast<int>(number), BandNames[row[0]], row[1], Decibels(row[2]), row[2]);
+  ConsolePrintf("Index%d: Band: %s, ChannelIndex: %d, MaxTxPower: %s dBm(0x%.2X)\n",
+                static_cast<int>(number), BandNames[row[0]], row[1], Decibels(row[2]).text, row[2]);
 }
 
 // Version 1: band, channel index, rate class, power, which is signed here.
 void PrintRatedRow(const uint8_t* row, uint32_t number) {
   if (row[0] >= RatedBands) return;
   auto power = static_cast<int8_t>(row[3]);
-  ConsolePrintf("Index%d: Band: %s, ChannelIndex: %d, Rate: %s, MaxTxPower: %0.1f dBm(0x%.2X)\n",
+  ConsolePrintf("Index%d: Band: %s, ChannelIndex: %d, Rate: %s, MaxTxPower: %s dBm(0x%.2X)\n",
                 static_cast<int>(number), BandNames[row[0]], row[1],
-                row[2] < RateCount ? RateNames[row[2]] : "Unknown", Decibels(power),
+                row[2] < RateCount ? RateNames[row[2]] : "Unknown", Decibels(power).text,
                 static_cast<uint32_t>(power));
 }
 

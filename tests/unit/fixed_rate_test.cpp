@@ -70,6 +70,7 @@ TEST(FixedRate, WhatIsWrong) {
        "Error: Wrong HE GI! SGI=0, MGI=1, LGI=2\nError: HE_SU mode but wrong MCS(=99)!\n"},
   };
   uint32_t word = Untouched;
+  ConsoleFlush();  // what the tests before have printed
   for (const auto& rate : rates) {
     testing::internal::CaptureStdout();
     EXPECT_EQ(nicSetFixedRateData(rate.param, &word), 0);

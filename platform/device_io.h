@@ -13,6 +13,14 @@
 #endif
 #include <windows.h>
 
+#ifdef WLANX_ENGINEERING
+// The engineering edition records them on their way.
+#include "platform/recorded_device.h"
+#define CreateFileA RecordedCreateFileA
+#define DeviceIoControl RecordedDeviceIoControl
+#define CloseHandle RecordedCloseHandle
+#endif
+
 #else
 
 #include <cstdint>

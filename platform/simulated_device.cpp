@@ -42,10 +42,6 @@ SimulatedDevice* Device() {
   return &device;
 }
 
-void WriteMessage(const char* text) {
-  WriteAll(STDERR_FILENO, text, strlen(text));
-}
-
 // Says "a8000: FILE:LINE: what is wrong" on standard error; the word is the one at fault.
 void ReportError(const char* name, const ScenarioError* error, const char* text) {
   char line[12] = {};
@@ -148,22 +144,16 @@ bool LoadBuiltinScenario(SimulatedDevice* device) {
   return true;
 }
 
-// A variable's value; null where it is unset or empty.
-const char* Variable(const char* name) {
-  const char* value = getenv(name);
-  return value != nullptr && *value != 0 ? value : nullptr;
-}
-
 // Reads the two variables at the first call that touches the device.
 void Start(SimulatedDevice* device) {
   if (device->started) return;
   device->started = true;
 
-  const char* scenarioName = Variable("A8000_SCENARIO");
+  const char* scenarioName = HostVariable("A8000_SCENARIO");
   device->unusable =
       scenarioName == nullptr ? !LoadBuiltinScenario(device) : !LoadScenario(device, scenarioName);
 
-  const char* traceName = Variable("A8000_TRACE");
+  const char* traceName = HostVariable("A8000_TRACE");
   if (traceName == nullptr) return;
   device->tracing = CreateTraceFile(&device->trace, traceName);
   if (!device->tracing) device->unusable = true;

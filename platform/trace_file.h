@@ -1,14 +1,13 @@
-// A trace that is written into a file while the calls are made, and what is said about files.
+// A trace that is written into a file while the calls are made.
 #pragma once
 
-#include <cstddef>
-
+#include "platform/host_file.h"
 #include "simulator/trace.h"
 
 struct TraceFile {
   Trace trace;
   const char* name;
-  int file;       // -1: nothing is recorded
+  HostFile file;  // NoHostFile: nothing is recorded
   uint32_t used;  // of the line
   char line[MaxLineBytes + 1 + LeftOutLineBytes];
 };
@@ -17,9 +16,3 @@ struct TraceFile {
 // Each line is in the file before the call that it records returns; where one cannot be written,
 // that is said once and the recording ends.
 bool CreateTraceFile(TraceFile* trace, const char* name);
-
-// Writes to a file descriptor. Returns false where not all bytes could be written; errno says why.
-bool WriteAll(int file, const char* bytes, size_t size);
-
-// Says "a8000: FILE:0: what is wrong" on standard error, with the reason in errno.
-void ReportFileError(const char* name);

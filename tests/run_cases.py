@@ -158,6 +158,9 @@ class LinuxHost:
     def skips(self, case, run):
         return False
 
+    def check_record(self, case, run, folder, trace):
+        return ""
+
     def run(self, case, run, scenario, work):
         trace = os.path.join(work, "..", "trace")
         environment = {**os.environ, **run.environment, "A8000_TRACE": trace}
@@ -179,8 +182,9 @@ class WindowsHost:
     # The runtime knows time zones only as POSIX texts, with the rules of the United States.
     zones = {"America/New_York": "EST5EDT"}
 
-    def __init__(self, folder):
+    def __init__(self, folder, replay):
         self.folder = folder
+        self.replay = LinuxHost(replay) if replay else None
         # A line cannot say every path: files are handed over in the control program's folder.
         self.exchange = tempfile.TemporaryDirectory()
         self.control = subprocess.Popen(
@@ -222,7 +226,7 @@ class WindowsHost:
         if run.path or faults != ["ok", "ok"]:
             program = [os.path.join(self.folder, "start_program.exe"), *faults, *program,
                        run.path or program[0]]
-        environment = {**os.environ, **run.environment}
+        environment = {**os.environ, **run.environment, "A8000_TRACE": "../recorded"}
         zone = environment.get("TZ", "")
         environment["TZ"] = self.zones.get(zone, zone)
         for _ in range(5):
@@ -233,6 +237,29 @@ class WindowsHost:
                 break
         errors = done.stderr + self.ask("trace trace").encode()
         return done.stdout, errors, done.returncode, open(trace, "rb").read()
+
+    def check_record(self, case, run, folder, trace):
+        """What wlanx-eng records is what the driver does, and replays where the tool is Linux's."""
+        name = os.path.join(folder, "recorded")
+        if run.edition != "wlanx-eng":
+            return "wlanx records\n" if os.path.exists(name) else ""
+        # The driver sees no null handle, no close that fails and, under Wine, no refused open.
+        ends = any(line.startswith(("open", "close")) for line in case.lines)
+        unlike = (b"#", b"open", b"close") if ends else (b"#",)
+        recorded = open(name, "rb").read()
+        seen, made = ([line.decode() for line in text.splitlines(True)
+                       if not line.startswith(unlike)] for text in (trace, recorded))
+        problems = differences("recorded", seen, made)
+        if self.replay:
+            work = os.path.join(folder, "replay")
+            os.makedirs(work)
+            output, errors, status, replayed = self.replay.run(case, run, name, work)
+            printed = BANNER.sub(b"", output, 1)
+            if (printed, errors, status) != (run.output, b"", run.status):
+                problems += f"replayed: {status} {printed!r} {errors!r}\n"
+            if requests_of(replayed) != requests_of(recorded):
+                problems += f"replayed: {replayed!r}\n"
+        return problems
 
 
 def requests_of(trace):
@@ -292,7 +319,7 @@ def check(host, case, run, folder):
     left = set(os.listdir(work)) - set(run.files)
     for name in sorted(left & set(run.absent)) or (sorted(left) if run.files else []):
         problems += f"left the file {name}\n"
-    return problems
+    return problems + host.check_record(case, run, folder, trace)
 
 
 def main():
@@ -300,10 +327,13 @@ def main():
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--programs", required=True, help="the folder of the built programs")
     parser.add_argument("--host", choices=("linux", "windows"), default="linux")
+    parser.add_argument("--replay", metavar="FOLDER",
+                        help="replay what wlanx-eng.exe records with the Linux programs there")
     parser.add_argument("cases", nargs="+", help="files, or patterns of them")
     options = parser.parse_args()
     folder = os.path.abspath(options.programs)
-    host = LinuxHost(folder) if options.host == "linux" else WindowsHost(folder)
+    host = (LinuxHost(folder) if options.host == "linux" else
+            WindowsHost(folder, options.replay and os.path.abspath(options.replay)))
     passed = failed = skipped = 0
     for path in [path for given in options.cases for path in glob.glob(given) or [given]]:
         for case in read_cases(path):

@@ -296,7 +296,7 @@ TEST(Trace, KeepsToWhatAScenarioMayHold) {
     TraceOpen(&file.trace, {Outcome::Succeeds, 0});
     for (const size_t length : lengths) Call(&answers, &file.trace, std::string(length, 1));
     TraceClose(&file.trace, {Outcome::Succeeds, 0});
-    close(file.file);
+    close(static_cast<int>(file.file));
     const std::string text = ReadFile(name);
     EXPECT_TRUE(text.ends_with(lastLines)) << text.substr(text.size() - 80);
     Loaded replayed;

@@ -1,0 +1,29 @@
+// Files, variables and messages by the host's own calls, for what is recorded beside the tool's own
+// output. Names are UTF-8 on Windows, bytes elsewhere.
+#pragma once
+
+#include <cstdint>
+
+using HostFile = intptr_t;
+constexpr HostFile NoHostFile = -1;
+
+// A variable's value; null where it is unset or empty.
+const char* HostVariable(const char* name);
+
+// Creates or empties a file. Returns NoHostFile on failure.
+HostFile CreateHostFile(const char* name);
+
+// Returns false where not all bytes could be written.
+bool WriteHostFile(HostFile file, const char* bytes, uint32_t size);
+
+// Goes on writing at a position, where the file has positions.
+void SeekHostFile(HostFile file, uint32_t position);
+
+// Closes a file, cut behind `size` bytes where it can be cut.
+void EndHostFile(HostFile file, uint32_t size);
+
+// Writes to standard error.
+void WriteMessage(const char* text);
+
+// Says "a8000: NAME:0: what is wrong", with the reason that the call before left behind.
+void ReportFileError(const char* name);

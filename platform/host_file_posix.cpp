@@ -1,0 +1,61 @@
+#ifndef _WIN32
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include "platform/host_file.h"
+
+const char* HostVariable(const char* name) {
+  const char* value = getenv(name);
+  return value != nullptr && *value != 0 ? value : nullptr;
+}
+
+// Where a standard stream is closed its number stays free, so that the tool's own output never ends
+// up in the file.
+HostFile CreateHostFile(const char* name) {
+  const int file = open(name, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (file < 0 || file > STDERR_FILENO) return file;
+  const int moved = fcntl(file, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  close(file);
+  return moved;
+}
+
+bool WriteHostFile(HostFile file, const char* bytes, uint32_t size) {
+  while (size > 0) {
+    const ssize_t written = write(static_cast<int>(file), bytes, size);
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    bytes += written;
+    size -= static_cast<uint32_t>(written);
+  }
+  return true;
+}
+
+void SeekHostFile(HostFile file, uint32_t position) {
+  lseek(static_cast<int>(file), off_t{position}, SEEK_SET);
+}
+
+void EndHostFile(HostFile file, uint32_t size) {
+  const int cut = ftruncate(static_cast<int>(file), off_t{size});
+  (void)cut;
+  close(static_cast<int>(file));
+}
+
+void WriteMessage(const char* text) {
+  WriteHostFile(STDERR_FILENO, text, static_cast<uint32_t>(strlen(text)));
+}
+
+void ReportFileError(const char* name) {
+  const char* reason = strerror(errno);
+  WriteMessage("a8000: ");
+  WriteMessage(name);
+  WriteMessage(":0: ");
+  WriteMessage(reason);
+  WriteMessage("\n");
+}
+
+#endif

@@ -1,0 +1,72 @@
+#ifdef _WIN32
+
+#include <windows.h>
+
+#include <cstdio>
+#include <cstring>
+
+#include "platform/host_file.h"
+
+namespace {
+
+constexpr DWORD LongestVariable = 32768;  // the system's limit, with the zero
+
+HANDLE HandleOf(HostFile file) {
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is a number to its users.
+  return reinterpret_cast<HANDLE>(file);
+}
+
+}  // namespace
+
+const char* HostVariable(const char* name) {
+  static wchar_t wideValue[LongestVariable];
+  static char value[3 * LongestVariable];
+  wchar_t wideName[32];
+  if (MultiByteToWideChar(CP_UTF8, 0, name, -1, wideName, 32) == 0) return nullptr;
+  const DWORD length = GetEnvironmentVariableW(wideName, wideValue, LongestVariable);
+  if (length == 0 || length >= LongestVariable) return nullptr;
+  const int size =
+      WideCharToMultiByte(CP_UTF8, 0, wideValue, -1, value, sizeof(value), nullptr, nullptr);
+  return size > 0 ? value : nullptr;
+}
+
+HostFile CreateHostFile(const char* name) {
+  static wchar_t wideName[LongestVariable];
+  if (MultiByteToWideChar(CP_UTF8, 0, name, -1, wideName, LongestVariable) == 0) return NoHostFile;
+  HANDLE file = CreateFileW(wideName, GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                            FILE_ATTRIBUTE_NORMAL, nullptr);
+  return reinterpret_cast<HostFile>(file);
+}
+
+bool WriteHostFile(HostFile file, const char* bytes, uint32_t size) {
+  DWORD written = 0;
+  return size == 0 ||
+         (WriteFile(HandleOf(file), bytes, size, &written, nullptr) && written == size);
+}
+
+void SeekHostFile(HostFile file, uint32_t position) {
+  LARGE_INTEGER distance = {};
+  distance.QuadPart = position;
+  SetFilePointerEx(HandleOf(file), distance, nullptr, FILE_BEGIN);
+}
+
+void EndHostFile(HostFile file, uint32_t size) {
+  SeekHostFile(file, size);
+  SetEndOfFile(HandleOf(file));
+  CloseHandle(HandleOf(file));
+}
+
+void WriteMessage(const char* text) {
+  HANDLE stream = GetStdHandle(STD_ERROR_HANDLE);
+  WriteHostFile(reinterpret_cast<HostFile>(stream), text, static_cast<uint32_t>(strlen(text)));
+}
+
+void ReportFileError(const char* name) {
+  char reason[32];
+  snprintf(reason, sizeof(reason), ":0: error %lu\r\n", GetLastError());
+  WriteMessage("a8000: ");
+  WriteMessage(name);
+  WriteMessage(reason);
+}
+
+#endif

@@ -46,7 +46,7 @@ alone() {
 }
 
 missingOf() {
-  for package in "$@"; do
+  for package in $(printf '%s\n' "$@" | sort -u); do
     dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
       printf ' %s' "$package"
   done

@@ -9,7 +9,7 @@ A case file holds cases; a case holds a scenario and any number of runs against 
   @ sar-368.a8000              its scenario is this file of simulator/scenarios/; without it and
   < OID ok 0:01                without these scenario lines the built-in one answers
   % TZ=UTC                     environment of the next run
-  ^ C:\\tools\\my.tool.exe       the program's path (argv[0]) of the next run
+  ^ C:\\tools\\my.tool.exe       the program's path (argv[0]) in the runs of this case behind it
   $ sar get_sar_table          a run of wlanx; "$eng ..." runs wlanx-eng. Words are split as a shell
                                does; {x*50} stands for x fifty times
   > text                       a line that it prints behind the banner
@@ -91,6 +91,7 @@ def read_cases(path):
             if mark == "==":
                 cases.append(SimpleNamespace(place=place, title=rest, scenario=None, lines=[],
                                              line_places=[], runs=[]))
+                program_path = None
             elif not case:
                 raise ValueError("no case begins above it")
             elif mark == "@":
@@ -118,7 +119,7 @@ def read_cases(path):
                     run.output = unescape(expand(text))
                     run.requests = [request(item) for items in sent for item in items.split(" | ")]
                 case.runs.append(run)
-                environment, program_path, target = {}, None, None
+                environment, target = {}, None
             elif mark not in (">", "~", "?", "!", "+", "-"):
                 raise ValueError("unknown mark")
             elif not run:

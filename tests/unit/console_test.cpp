@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <sstream>
 #include <string>
 
 #include "app/console/print.h"
@@ -73,45 +74,27 @@ TEST(Print, WritesOutWhatIsTooMuchToKeep) {
   EXPECT_EQ(testing::internal::GetCapturedStdout(), expected + tooLong);
 }
 
-TEST(Scan, ReadsNumbers) {
-  struct {
-    const char* text;
-    const char* format;
-    int count;
-    uint32_t value;
-  } cases[] = {{"12abc", "%d", 1, 12},
-               {" +7", "%d", 1, 7},
-               {"-1", "%d", 1, 0xFFFFFFFF},
-               {"- 1", "%d", 0, 99},
-               {"abc", "%d", 0, 99},
-               {"", "%d", -1, 99},
-               {"  ", "%d", -1, 99},
-               {"", "0x%x", -1, 99},
-               {"4294967297", "%d", 1, 1},
-               {"99999999999999999999", "%d", 1, 0xFFFFFFFF},
-               {"-99999999999999999999", "%d", 1, 0},
-               {"-1", "%u", 1, 0xFFFFFFFF},
-               {"1A", "0x%x", 0, 99},
-               {"0X1A", "0x%x", 0, 99},
-               {"0X1A", "%x", 1, 26},
-               {"0x1a", "0x%x", 1, 26},
-               {"0x", "0x%x", -1, 99},
-               {"0x0x1F", "0x%x", 1, 31},
-               {"0x123456789", "0x%x", 1, 0x23456789},
-               {"0xfffffffffffffffff", "0x%x", 1, 0xFFFFFFFF},
-               {"-ffffffffffffffff", "%x", 1, 1},
-               {"0xg", "%x", 0, 99},
-               {"0x", "%x", 0, 99},
-               {"0x-1", "0x%x", 1, 0xFFFFFFFF},
-               {"0x123456789", "0x%08x", 1, 0x12345678},
-               {"0x0x1234567", "0x%08x", 1, 0x123456},
-               {"ff-1", "%x-%x", 1, 255}};
-  for (auto& c : cases) {
-    uint32_t value = 99;
-    uint32_t other = 0;
-    EXPECT_EQ(ScanArgument(c.text, c.format, &value, &other), c.format[2] == '-' ? 2 : c.count);
-    EXPECT_EQ(value, c.value) << c.text << " by " << c.format;
+TEST(Scan, ReadsNumbersAsTheCLibraryDoes) {
+  std::istringstream texts(
+      "|12abc| +7|-1|- 1|abc|  |4294967297|1A|0X1A|0x1a|0x0x1F|0x123456789|99999999999999999999|"
+      "-99999999999999999999|0xfffffffffffffffff|-ffffffffffffffff|0x0x1234567|ff-1|12-x|");
+  for (std::string text; std::getline(texts, text, '|');) {
+    for (const char* format : {"%d", "%u", "%x", "0x%x", "0x%08x", "%x-%x"}) {
+      uint32_t values[] = {99, 99};
+      uint32_t expected[] = {99, 99};
+      EXPECT_EQ(ScanArgument(text.c_str(), format, &values[0], &values[1]),
+                sscanf(text.c_str(), format, &expected[0], &expected[1]));
+      EXPECT_EQ(memcmp(values, expected, sizeof(values)), 0) << text << " by " << format;
+    }
   }
+  // A prefix without a digit is no number here.
+  uint32_t value = 99;
+  EXPECT_EQ(ScanArgument("0x", "0x%x", &value), -1);
+  EXPECT_EQ(ScanArgument("0x", "%x", &value), 0);
+  EXPECT_EQ(ScanArgument("0xg", "%x", &value), 0);
+  EXPECT_EQ(value, 99U);
+  EXPECT_EQ(ScanArgument("0x-1", "0x%x", &value), 1);
+  EXPECT_EQ(value, 0xFFFFFFFF);
 }
 
 TEST(Scan, StoresNoMoreThanTheTarget) {
@@ -131,19 +114,12 @@ TEST(Scan, StoresNoMoreThanTheTarget) {
 }
 
 TEST(Scan, ParsesIntegersLikeAtoi) {
-  struct {
-    const char* text;
-    int value;
-  } cases[] = {{"12x", 12},
-               {"off", 0},
-               {"", 0},
-               {" \t-3", -3},
-               {"+4", 4},
-               {"2147483648", INT32_MAX},
-               {"99999999999999999999999", INT32_MAX},
-               {"-2147483649", INT32_MIN},
-               {"0x5", 0}};
-  for (auto& c : cases) EXPECT_EQ(ParseInteger(c.text), c.value) << c.text;
+  for (const char* text : {"12x", "off", "", " \t-3", "+4", "0x5"}) {
+    EXPECT_EQ(ParseInteger(text), atoi(text)) << text;
+  }
+  EXPECT_EQ(ParseInteger("2147483648"), INT32_MAX);
+  EXPECT_EQ(ParseInteger("99999999999999999999999"), INT32_MAX);
+  EXPECT_EQ(ParseInteger("-2147483649"), INT32_MIN);
 }
 
 TEST(Clock, ConvertsUpToTheYear3000) {

@@ -5,6 +5,9 @@ tried once more with the sanitizers.
 
 A change that does not compile, or compiles to the same code, is replaced by another one. Changes
 that make no difference are listed with their reason in scripts/equivalent_mutants.txt.
+
+With --rows no sample is drawn: every row of the tables in ROWS is changed in every way that
+scripts/mutate_rows.py knows.
 """
 
 import argparse
@@ -16,8 +19,13 @@ import shutil
 import signal
 import subprocess
 import sys
+import tempfile
+import threading
 import time
 from collections import Counter, defaultdict
+from concurrent.futures import ThreadPoolExecutor
+
+import mutate_rows
 
 from tree_files import ROOT, tree_files
 
@@ -27,6 +35,24 @@ BUILD = os.path.join(WORK, "build")
 SANITIZED = os.path.join(WORK, "sanitized")
 EQUIVALENT = os.path.join(ROOT, "scripts", "equivalent_mutants.txt")
 LIMIT = 0.9
+ROWS_LIMIT = 0.99
+
+# The files whose tables --rows goes through, and the tests that notice most of their changes: unit
+# tests by their filter, cases and documents by their name.
+ROWS = {
+    "commands/internal/lmac_wtbl.cpp": ["Tables.WtblRows*", "Tables.*", "wtbl-example.md"],
+    "commands/internal/umac_wtbl.cpp": ["Tables.WtblRows*", "Tables.*", "wtbl-example.md"],
+    "commands/internal/value_names.cpp": ["Tables.*"],
+    "commands/radio/fixed_rate_validation.cpp": ["FixedRate.*"],
+    "app/usage_texts.cpp": ["usage-texts.md"],
+    "commands/sar/sar_query.h": ["sar.cases"],
+    "commands/sar/sar_query.cpp": ["SarQueryFailure.*", "sar.cases"],
+    "commands/sar/sar_command.cpp": ["refusals.cases", "sar.cases"],
+    "commands/sar/sar_tables_view.cpp": ["sar.cases"],
+    "commands/sar/geo_table_view.cpp": ["sar.cases"],
+    "commands/sar/tx_max_power_view.cpp": ["sar.cases"],
+    "commands/sar/country_list_view.cpp": ["sar.cases"],
+}
 
 # Other hosts' code, and what is compared with by its address only.
 LEFT_OUT = re.compile(r"^simulator/windows/|_windows\.cpp$")
@@ -48,6 +74,26 @@ ROW = re.compile(r"^\s*\{.*\},?$")
 STATEMENT = re.compile(r"^\s+(?!return\b|constexpr\b|const\b|static\b|using\b|else\b|case\b)"
                        r"(?:if \(.*\) (?:return.*|break|continue);|[\w\[\]>.*:-]+(?: [|&+-]?= |"
                        r"\().*;)(?:  //.*)?$")
+
+# Runs the examples of some documents, without what compares documents with sources.
+EXAMPLES = """
+import sys, tempfile
+tests, programs, *paths = sys.argv[1:]
+sys.path.insert(0, tests)
+import check_documents as documents
+for path in paths:
+    with tempfile.TemporaryDirectory() as folder:
+        session = documents.Session(programs, folder)
+        documents.FENCE.sub(session.visit, documents.read(path))
+    if session.problems:
+        sys.exit(1)
+"""
+
+# Two neighbouring arguments, and what makes one of them a field; a request with its record.
+EXPRESSION = r"(?:\*|&)?\w+(?:(?:\.|->)\w+|\[\w+\])*"
+ARGUMENTS = re.compile(rf"(?<=[( ])(?=({EXPRESSION}), ({EXPRESSION})[,)])")
+FIELD = re.compile(r"->|\.|\[")
+REQUEST = re.compile(r"\b(?:Read|Write)Register\(&?(\w+)\)|\bOidRequest\(\w+, &?(\w+)")
 
 
 def changed_number(text, rng):
@@ -87,6 +133,24 @@ def token_mutants(line, rng):
             yield kind, line[:token.start()] + new + line[token.end():]
 
 
+def argument_mutants(line):
+    """Arguments of a call that are fields, each replaced by its neighbour."""
+    for pair in ARGUMENTS.finditer(line):
+        if pair[1] != pair[2] and (FIELD.search(pair[1]) or FIELD.search(pair[2])):
+            yield line[:pair.start(1)] + pair[2] + line[pair.end(1):]
+            yield line[:pair.start(2)] + pair[1] + line[pair.end(2):]
+
+
+def carried_mutants(line, text):
+    """Before a request, each field of its record loses what it carries."""
+    record = REQUEST.search(line)
+    if not record or line.lstrip().startswith(("bool", "return Oid", "template")):
+        return
+    name = record[1] or record[2]
+    for field in sorted(set(re.findall(rf"\b{name}(?:->|\.)\w+\b(?!\()", text))):
+        yield f"{line[:len(line) - len(line.lstrip())]}{field} = {{}};"
+
+
 def file_mutants(path, rng):
     """Yields (kind, number of the first line, its new lines)."""
     lines = open(os.path.join(ROOT, path), encoding="utf-8").read().split("\n")
@@ -112,6 +176,10 @@ def file_mutants(path, rng):
                     yield "row swapped", at, pair, pair[::-1]
         if STATEMENT.match(line):
             yield "line removed", at, [line], [""]
+        for new in argument_mutants(line):
+            yield "argument replaced", at, [line], [new]
+        for new in carried_mutants(line, "\n".join(lines)):
+            yield "carried value cleared", at, [line], [new, line]
 
 
 def folder_of(path):
@@ -138,15 +206,16 @@ def choose(sample, rng):
                 del pools[folder]
 
 
-def quiet(command, seconds=300):
+def quiet(command, seconds=300, folder=TREE, variables=None):
     """Whether it succeeds; False too where it does not end."""
     def limits():
         if not any(SANITIZED in word for word in command):  # the sanitizers reserve terabytes
             resource.setrlimit(resource.RLIMIT_AS, (4 << 30, 4 << 30))
         resource.setrlimit(resource.RLIMIT_FSIZE, (256 << 20, 256 << 20))
-    process = subprocess.Popen(command, cwd=TREE, stdin=subprocess.DEVNULL,
-                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                               start_new_session=True, preexec_fn=limits)
+    process = subprocess.Popen(command, cwd=folder, env={**os.environ, **(variables or {})},
+                               stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                               stderr=subprocess.DEVNULL, start_new_session=True,
+                               preexec_fn=limits)
     try:
         return process.wait(seconds) == 0
     except subprocess.TimeoutExpired:
@@ -163,18 +232,33 @@ def compiles(build):
     return quiet(["cmake", "--build", build, "-j", str(os.cpu_count())])
 
 
-def noticed(path, build):
-    """Runs the tests, those first that are most likely to notice."""
-    cases = sorted(name for name in os.listdir(os.path.join(TREE, "tests", "cases")))
-    near = [name for name in cases if path.split("/")[-2] in name]
-    cases = near + [name for name in cases if name not in near]
+def test_commands(build, near, rows):
+    """The Linux tests, those first that are most likely to notice."""
     tests = os.path.join(TREE, "tests")
-    commands = [[os.path.join(build, "tests", name)] for name in ("unit_tests", "handlers_test")] + [
-        ["python3", f"{tests}/run_cases.py", "--programs", build, f"{tests}/cases/{name}"]
-        for name in cases] + [
-        ["python3", f"{tests}/{name}", "--programs", build]
-        for name in ("faults.py", "check_documents.py") if os.path.exists(f"{tests}/{name}")]
-    return not all(quiet(command, 60) for command in commands)
+    cases = sorted(name for name in os.listdir(os.path.join(tests, "cases")))
+    run_cases = ["python3", f"{tests}/run_cases.py", "--programs", build]
+    examples = ["python3", "-c", EXAMPLES, tests, build]
+    for name in near:
+        if name.endswith(".cases"):
+            yield [*run_cases, f"{tests}/cases/{name}"]
+        elif name.endswith(".md"):
+            yield [*examples, f"docs/{name}"]
+        else:
+            yield [f"{build}/tests/unit_tests", f"--gtest_filter={name}"]
+    yield [f"{build}/tests/unit_tests"]
+    yield [f"{build}/tests/handlers_test"]
+    yield from ([*run_cases, f"{tests}/cases/{name}"] for name in cases if name not in near)
+    if rows:
+        # No fault depends on a row; and the sources are not those that documents speak of.
+        yield examples + [f"docs/{name}" for name in sorted(os.listdir(f"{TREE}/docs"))
+                          if name.endswith(".md")]
+    else:
+        for name in ("faults.py", "check_documents.py"):
+            yield ["python3", f"{tests}/{name}", "--programs", build]
+
+
+def noticed(build, near, rows=False, **where):
+    return not all(quiet(command, 60, **where) for command in test_commands(build, near, rows))
 
 
 def digest():
@@ -206,10 +290,12 @@ def prepare():
     copy_tree()
     # The documents' check asks git which files there are.
     subprocess.run("git init -q && git add -A", shell=True, cwd=TREE, check=True)
-    if not (configure(BUILD, "-DCMAKE_BUILD_TYPE=", "-DCMAKE_CXX_FLAGS=-O1") and
-            configure(SANITIZED, "-DCMAKE_BUILD_TYPE=", "-DWLANX_SANITIZE=ON")):
+
+
+def build_and_test(build, *choices, rows=False):
+    if not configure(build, "-DCMAKE_BUILD_TYPE=", *choices):
         sys.exit("the unchanged tree does not build")
-    if noticed("app/main.cpp", BUILD) or noticed("app/main.cpp", SANITIZED):
+    if noticed(build, [], rows, folder=build):
         sys.exit("the tests fail on the unchanged tree")
 
 
@@ -237,10 +323,77 @@ def try_mutant(mutant, original):
     try:
         if not compiles(BUILD) or digest() == original:
             return None
-        return noticed(path, BUILD) or not compiles(SANITIZED) or noticed(path, SANITIZED)
+        near = [name for name in os.listdir(os.path.join(TREE, "tests", "cases"))
+                if path.split("/")[-2] in name]
+        return (noticed(BUILD, near, folder=BUILD) or not compiles(SANITIZED) or
+                noticed(SANITIZED, near, folder=SANITIZED))
     finally:
         with open(target, "w", encoding="utf-8") as file:
             file.write(text)
+
+
+def try_sample(count, rng):
+    """Changes one thing at a time; yields (its folder, whether it is harmless, whether noticed)."""
+    build_and_test(BUILD, "-DCMAKE_CXX_FLAGS=-O1")
+    build_and_test(SANITIZED, "-DWLANX_SANITIZE=ON")
+    original = digest()
+    known = equivalents()
+    for path, kind, at, old, new in choose(count, rng):
+        shown = " / ".join(line.strip() for line in new)
+        if not shown:
+            shown = "(nothing) " + old[0].strip()
+        result = try_mutant((path, kind, at, old, new), original)
+        if result is None:
+            continue
+        harmless = not result and bool({(path, shown), (path, kind)} & known)
+        if not result and not harmless:
+            print(f"{path}:{at + 1}: {kind}\n  - {' / '.join(line.strip() for line in old)}\n"
+                  f"  + {shown}", flush=True)
+        yield folder_of(path), harmless, result
+
+
+def build_rows(seed):
+    """Builds the tables with all changes to their rows; returns the changes by their number."""
+    found = [None]  # number 0 is the unchanged program
+    with open(os.path.join(TREE, mutate_rows.HEADER), "w", encoding="utf-8") as file:
+        file.write(mutate_rows.RUNTIME)
+    for path in ROWS:
+        target = os.path.join(TREE, path)
+        text = open(target, encoding="utf-8").read()
+        changes, tables = mutate_rows.changes(path, text, changed_text, seed)
+        if not changes:
+            sys.exit(f"{path}: no rows")
+        for change in changes:
+            for value, new in change.values:
+                value.others.append((len(found), new))
+            found.append(change)
+        with open(target, "w", encoding="utf-8") as file:
+            file.write(mutate_rows.instrumented(text, tables))
+    build_and_test(BUILD, "-DCMAKE_CXX_FLAGS=-O1", rows=True)
+    return found
+
+
+def try_rows(seed, jobs):
+    """Tries every change of every row; yields as try_sample does."""
+    changes = build_rows(seed)
+    print(f"{len(changes) - 1} changes to the rows of {len(ROWS)} files", flush=True)
+    known = equivalents()
+    places = threading.local()
+
+    def try_one(number):
+        change = changes[number]
+        if (change.path, f"{change.kind}: {change.shown}") in known:
+            return change.path, True, False
+        if not hasattr(places, "folder"):
+            places.folder = tempfile.mkdtemp(dir=WORK)
+        result = noticed(BUILD, ROWS[change.path], rows=True, folder=places.folder, variables={
+            mutate_rows.VARIABLE: str(number), "TEST_TMPDIR": places.folder})
+        if not result:
+            print(f"{change.path}:{change.line}: {change.kind}: {change.shown}", flush=True)
+        return change.path, False, result
+
+    with ThreadPoolExecutor(jobs) as pool:
+        yield from pool.map(try_one, range(1, len(changes)))
 
 
 def main():
@@ -248,38 +401,30 @@ def main():
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--sample", type=int, default=60, metavar="N", help="changes to try (60)")
     parser.add_argument("--seed", type=int, default=1, metavar="S", help="chooses other ones (1)")
+    parser.add_argument("--rows", action="store_true", help="try every row of the tables instead")
+    parser.add_argument("--jobs", type=int, default=os.cpu_count(), metavar="N",
+                        help="rows to try at the same time (one for each core)")
     options = parser.parse_args()
-    rng = random.Random(options.seed)
     prepare()
-    original = digest()
-    known = equivalents()
     tried, killed, harmless = Counter(), Counter(), 0
     started = time.time()
-    for mutant in choose(options.sample, rng):
-        if sum(tried.values()) == options.sample:
+    if options.rows:
+        results = try_rows(options.seed, options.jobs)
+    else:
+        results = try_sample(options.sample, random.Random(options.seed))
+    for place, known, result in results:
+        harmless += known
+        tried[place] += not known
+        killed[place] += result
+        if not options.rows and sum(tried.values()) == options.sample:
             break
-        path, kind, at, old, new = mutant
-        shown = " / ".join(line.strip() for line in new)
-        if not shown:
-            shown = "(nothing) " + old[0].strip()
-        result = try_mutant(mutant, original)
-        if result is None:
-            continue
-        if not result and {(path, shown), (path, kind)} & known:
-            harmless += 1
-            continue
-        tried[folder_of(path)] += 1
-        killed[folder_of(path)] += result
-        if not result:
-            print(f"{path}:{at + 1}: {kind}\n  - {' / '.join(line.strip() for line in old)}\n"
-                  f"  + {shown}", flush=True)
-    for folder in sorted(tried):
-        print(f"{killed[folder]:4} of {tried[folder]:4} noticed in {folder}/")
+    for place in sorted(tried):
+        print(f"{killed[place]:4} of {tried[place]:4} noticed in {place}")
     count, caught = sum(tried.values()), sum(killed.values())
     rate = caught / count if count else 0
     print(f"mutate: {caught} of {count} changes noticed ({100 * rate:.1f} %), {harmless} harmless "
           f"ones left out, {(time.time() - started) / max(count, 1):.1f} s each")
-    return 0 if rate >= LIMIT else 1
+    return 0 if rate >= (ROWS_LIMIT if options.rows else LIMIT) else 1
 
 
 if __name__ == "__main__":

@@ -81,7 +81,7 @@ void CallRequest(DriverFront* front, Input* input) {
   const FrontReply reply = FrontRequest(front, code, oid, inputLength, payload, length);
   Require(reply.failed || (code == QueryGlobalStats && inputLength == 4));
   const uint32_t status = StatusOfError(reply.error, reply.returned != 0);
-  Require(!reply.failed || status >> 31 == 1);
+  Require(!reply.failed || (status >> 31 == 1 && status != UINT32_MAX));
   free(payload);
   free(oid);
 }
@@ -104,10 +104,10 @@ void CallOne(DriverFront* front, Input* input) {
   const uint32_t call = Take(input, 1);
   switch (call % 8) {
     case 0:
-      FrontOpen(front, {Take(input, 1), Take(input, 1), Take(input, 1), Take(input, 1)});
+      FrontOpen(front, {Take(input, 4), Take(input, 1), Take(input, 4), Take(input, 1)});
       break;
     case 1:
-      FrontOpen(front, {3, 0, 5, 0x80});
+      FrontOpen(front, {ReadAndWriteRights, 0, 0x05000060, 0x80});
       break;
     case 2:
       FrontClose(front);

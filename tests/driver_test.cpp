@@ -98,6 +98,14 @@ void CheckLengths(Driver* driver) {
     answer = Call(driver->device, code, input, 4, payload, 8);
     Check(driver, answer.error == 1, "an unknown code is refused");
   }
+  static uint8_t large[(1 << 20) + 1];
+  answer = Ask(driver->device, 1, large, sizeof(large));
+  Check(driver, answer.error == 87 && large[0] == 0, "more than a megabyte is refused");
+  HANDLE flagged =
+      CreateFileA(R"(\\.\A8000)", GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                  FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OVERLAPPED, nullptr);
+  Check(driver, Ask(flagged, 1, payload, 1).error == 6, "a handle that was refused does nothing");
+  if (flagged != INVALID_HANDLE_VALUE) CloseHandle(flagged);
   HANDLE second = Open(R"(\\.\A8000)");
   Check(driver, Ask(second, 1, payload, 1).error == 0, "two handles answer");
   CloseHandle(second);
@@ -120,8 +128,11 @@ void CheckErrors(Driver* driver) {
     Check(driver, false, text);
   }
   uint8_t payload[4] = {};
-  LoadText(driver, "1 error=65536");
-  Check(driver, Ask(driver->device, 1, payload, 4).error == 31, "a code that cannot pass is 31");
+  LoadText(driver, "1 error=65536\n2 error=4294967295\n");
+  for (const uint32_t oid : {1U, 2U}) {
+    const Answer answer = Ask(driver->device, oid, payload, 4);
+    Check(driver, answer.error == 31 && answer.returned == 4, "a code that cannot pass is 31");
+  }
 }
 
 void CheckScenarios(Driver* driver) {

@@ -8,8 +8,14 @@
 #undef InterlockedBitTestAndSet
 #undef InterlockedBitTestAndReset
 
+#include <bit>
+
 #include "simulator/windows/driver_front.h"
 #include "simulator/windows/nt_status.h"
+
+#ifndef MdlMappingNoExecute
+#define MdlMappingNoExecute 0x40000000
+#endif
 
 namespace {
 
@@ -88,47 +94,56 @@ NTSTATUS ArrangeLink(DriverState* state, DeviceLink wanted) {
 
 OpenTerms TermsOf(const IO_STACK_LOCATION* call) {
   const auto& create = call->Parameters.Create;
-  OpenTerms terms = {3, create.ShareAccess, create.Options >> 24, create.FileAttributes};
-  if (create.SecurityContext == nullptr) return terms;
-  const ACCESS_MASK access = create.SecurityContext->DesiredAccess;
-  const bool reads = (access & (FILE_READ_DATA | GENERIC_READ | GENERIC_ALL)) != 0;
-  const bool writes = (access & (FILE_WRITE_DATA | GENERIC_WRITE | GENERIC_ALL)) != 0;
-  terms.access = (reads ? 1U : 0U) | (writes ? 2U : 0U);
-  return terms;
+  // Wine does not tell the rights.
+  const ACCESS_MASK access = create.SecurityContext != nullptr
+                                 ? create.SecurityContext->DesiredAccess
+                                 : ReadAndWriteRights;
+  return {access, create.ShareAccess, create.Options, create.FileAttributes};
 }
 
 NTSTATUS NTAPI HandleCreate(DEVICE_OBJECT* device, IRP* irp) {
   DriverState* state = State();
+  const IO_STACK_LOCATION* call = IoGetCurrentIrpStackLocation(irp);
+  // There is nothing behind the devices.
+  if (call->FileObject->FileName.Length > 0) return Complete(irp, STATUS_OBJECT_NAME_NOT_FOUND, 0);
   if (device == state->control) return Complete(irp, STATUS_SUCCESS, 0);
-  const OpenTerms terms = TermsOf(IoGetCurrentIrpStackLocation(irp));
+  const OpenTerms terms = TermsOf(call);
   ExAcquireFastMutex(&state->mutex);
   const FrontReply reply = FrontOpen(&state->front, terms);
   ExReleaseFastMutex(&state->mutex);
+  // Wine yields a handle in spite of a failure; the mark tells one that was opened.
+  if (!reply.failed) call->FileObject->FsContext = state;
   return Complete(irp, StatusOf(reply), 0);
 }
 
-NTSTATUS NTAPI HandleClose(DEVICE_OBJECT* device, IRP* irp) {
+// Whatever the scenario wants, Windows knows no failing close.
+NTSTATUS NTAPI HandleClose(DEVICE_OBJECT* /*device*/, IRP* irp) {
   DriverState* state = State();
-  if (device == state->control) return Complete(irp, STATUS_SUCCESS, 0);
-  ExAcquireFastMutex(&state->mutex);
-  const FrontReply reply = FrontClose(&state->front);
-  ExReleaseFastMutex(&state->mutex);
-  return Complete(irp, StatusOf(reply), 0);
+  if (IoGetCurrentIrpStackLocation(irp)->FileObject->FsContext != nullptr) {
+    ExAcquireFastMutex(&state->mutex);
+    FrontClose(&state->front);
+    ExReleaseFastMutex(&state->mutex);
+  }
+  return Complete(irp, STATUS_SUCCESS, 0);
 }
 
 NTSTATUS NTAPI HandleCleanup(DEVICE_OBJECT* /*device*/, IRP* irp) {
   return Complete(irp, STATUS_SUCCESS, 0);
 }
 
-// The payload is the memory behind the MDL; for a payload of no bytes there is none to map.
+// The payload is the memory behind the MDL; for a payload of no bytes there is none to map, and one
+// that is too large stays as it is.
 NTSTATUS AnswerProgram(DriverState* state, IRP* irp, const IO_STACK_LOCATION* call) {
   const auto& control = call->Parameters.DeviceIoControl;
+  if (call->FileObject->FsContext == nullptr) return Complete(irp, STATUS_INVALID_HANDLE, 0);
   void* payload = nullptr;
-  ULONG length = 0;
-  if (irp->MdlAddress != nullptr && control.OutputBufferLength > 0) {
-    payload = MmGetSystemAddressForMdlSafe(irp->MdlAddress, NormalPagePriority);
+  const ULONG length = irp->MdlAddress != nullptr ? control.OutputBufferLength : 0;
+  if (length > 0 && length <= MaxPayloadBytes) {
+    // The kernel takes flags beside the priority; some headers' type leaves no room for them.
+    const ULONG priority = NormalPagePriority | MdlMappingNoExecute;
+    payload =
+        MmGetSystemAddressForMdlSafe(irp->MdlAddress, std::bit_cast<MM_PAGE_PRIORITY>(priority));
     if (payload == nullptr) return Complete(irp, STATUS_INSUFFICIENT_RESOURCES, 0);
-    length = control.OutputBufferLength;
   }
   ExAcquireFastMutex(&state->mutex);
   const FrontReply reply =

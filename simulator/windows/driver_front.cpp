@@ -20,15 +20,20 @@ constexpr FrontReply Reply(CallResult result, uint32_t returned) {
   return {failed ? result.error : 0, returned, failed};
 }
 
-// Whether a program opens the device as the tool does: for reading and writing, unshared, creating
-// always, with normal attributes. Wine reports the last two as 0, which no CreateFile call yields.
+// Whether a program opens the device as the tool does: for reading and writing and nothing else,
+// unshared, creating always, without flags, with normal attributes. Wine reports the disposition
+// and the attributes as 0, which no CreateFile call yields.
 bool AreChannelTerms(OpenTerms terms) {
-  constexpr uint32_t ReadAndWrite = 3;
-  constexpr uint32_t OverwriteIf = 5;
+  constexpr uint32_t GenericReadAndWrite = 0xC0000000;
+  constexpr uint32_t ReadData = 0x80000001;  // by either name
+  constexpr uint32_t WriteData = 0x40000002;
+  constexpr uint32_t Plain = 0x60;  // synchronous, no folder: what CreateFile makes of no flags
+  constexpr uint32_t OverwriteIf = 5U << 24;
   constexpr uint32_t Normal = 0x80;
-  return terms.access == ReadAndWrite && terms.sharing == 0 &&
-         (terms.disposition == OverwriteIf || terms.disposition == 0) &&
-         (terms.attributes == Normal || terms.attributes == 0);
+  return (terms.access & ReadData) != 0 && (terms.access & WriteData) != 0 &&
+         (terms.access & ~(GenericReadAndWrite | ReadAndWriteRights)) == 0 && terms.sharing == 0 &&
+         ((terms.options == (OverwriteIf | Plain) && terms.attributes == Normal) ||
+          (terms.options == Plain && terms.attributes == 0));
 }
 
 // The head of the stretch of memory that a scenario is kept in, before its parts.
@@ -166,6 +171,7 @@ FrontReply FrontRequest(DriverFront* front, uint32_t code, const void* input, ui
   uint32_t oid = 0;
   if (code != QueryGlobalStats) return Refusal(ErrorInvalidFunction);
   if (inputLength != sizeof(oid)) return Refusal(ErrorInvalidParameter);
+  if (length > MaxPayloadBytes) return Refusal(ErrorInvalidParameter);
   memcpy(&oid, input, sizeof(oid));
 
   auto* bytes = static_cast<uint8_t*>(payload);

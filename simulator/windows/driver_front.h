@@ -19,13 +19,20 @@ struct DriverFront {
   bool failOpensByLink;
 };
 
-// How a program asks to open the device, in the terms of the create request.
+// The largest payload that a request may have, far above what any command sends. One that is larger
+// is refused unread, so that no program can keep the driver from the others.
+constexpr uint32_t MaxPayloadBytes = 1024 * 1024;
+
+// How a program asks to open the device: the parameters of the create request.
 struct OpenTerms {
-  uint32_t access;  // data access as bits: 1 read, 2 write
+  uint32_t access;  // wanted rights
   uint32_t sharing;
-  uint32_t disposition;
+  uint32_t options;  // create options, the disposition in the top byte
   uint32_t attributes;
 };
+
+// Reading and writing, as the kernel spells out what a program asks for.
+constexpr uint32_t ReadAndWriteRights = 0x0012019F;
 
 struct FrontReply {
   uint32_t error;     // last-error code; 0: the call succeeds
@@ -47,7 +54,8 @@ void FrontStop(DriverFront* front);
 FrontReply FrontOpen(DriverFront* front, OpenTerms terms);
 FrontReply FrontClose(DriverFront* front);
 
-// One request of a program; the answer is written into the payload, on failures too.
+// One request of a program; the answer is written into the payload, on failures too. A payload
+// above MaxPayloadBytes may be null.
 FrontReply FrontRequest(DriverFront* front, uint32_t code, const void* input, uint32_t inputLength,
                         void* payload, uint32_t length);
 

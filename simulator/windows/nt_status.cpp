@@ -47,8 +47,12 @@ uint32_t StatusOfError(uint32_t error, bool reportsCount) {
     if (pair.error == error && !(reportsCount && losesCount)) return pair.status;
   }
   // The facility whose codes are Win32's own, as a warning or as an error.
-  if (error <= 0xFFFF) return (reportsCount ? 0x80070000 : 0xC0070000) | error;
-  // The customer's codes pass through unchanged.
+  const uint32_t facility = reportsCount ? 0x80070000 : 0xC0070000;
+  if (error <= 0xFFFF) return facility | error;
+  // The customer's codes pass through unchanged. All bits set mean to the kernel that there is no
+  // status yet.
   constexpr uint32_t PassedThrough = 0xA0000000;
-  return (error & PassedThrough) == PassedThrough ? error : StatusUnsuccessful;
+  if ((error & PassedThrough) == PassedThrough && error != UINT32_MAX) return error;
+  constexpr uint32_t ErrorGenFailure = 31;
+  return reportsCount ? facility | ErrorGenFailure : StatusUnsuccessful;
 }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
-// Codes of more than 16 bits pass where bits 31 and 29 are set; the others arrive as 31. A failing
-// request reports its count back only under a warning; `reportsCount` asks for one.
+// Codes of more than 16 bits pass where bits 31 and 29 are set, but for 0xFFFFFFFF; the others
+// arrive as 31. A failing request reports its count back only under a warning; `reportsCount` asks
+// for one. A code that has bit 30 set passes as an error, without its count.
 uint32_t StatusOfError(uint32_t error, bool reportsCount);

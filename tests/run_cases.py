@@ -184,10 +184,13 @@ class WindowsHost:
     zones = {"America/New_York": "EST5EDT"}
 
     def __init__(self, folder, replay):
-        self.folder = folder
         self.replay = LinuxHost(replay) if replay else None
         # A line cannot say every path: files are handed over in the control program's folder.
         self.exchange = tempfile.TemporaryDirectory()
+        self.folder = folder
+        if STARTER:  # the programs' own path may hold what Windows' 8-bit calls cannot say
+            self.folder = os.path.join(self.exchange.name, "programs")
+            os.symlink(folder, self.folder)
         self.control = subprocess.Popen(
             STARTER + [os.path.join(folder, "a8000ctl.exe"), "-"], cwd=self.exchange.name,
             stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)

@@ -239,6 +239,7 @@ int RunStandardInput() {
     if (blank != nullptr) *blank = 0;
     const int ended = RunCommand(line, blank != nullptr ? blank + 1 : nullptr);
     if (ended != Done) result = Failed;
+    fflush(stderr);  // some runtimes collect it where it is no console
     printf("= %d\n", ended);
     fflush(stdout);
   }

@@ -1,5 +1,6 @@
-# add_version_record(target type description): gives a program or a driver its version record;
-# programs also get the manifest that lets them run with the rights of whoever starts them.
+# add_version_record(target type description [manifest]): gives a program or a driver its version
+# record; programs also get a manifest, if no other the one that lets them run with the rights of
+# whoever starts them.
 function(add_version_record target file_type description)
   get_target_property(suffix ${target} SUFFIX)
   if(NOT suffix)
@@ -11,8 +12,12 @@ function(add_version_record target file_type description)
   set(folder ${PROJECT_BINARY_DIR}/generated)
   if(file_type STREQUAL "VFT_APP")
     # Resource type 24 is a manifest, number 1 the one of the process.
-    configure_file(${PROJECT_SOURCE_DIR}/packaging/wlanx.manifest ${folder} COPYONLY)
-    set(manifest "1 24 \"wlanx.manifest\"")
+    set(manifest_name wlanx.manifest)
+    if(ARGN)
+      set(manifest_name ${ARGN})
+    endif()
+    configure_file(${PROJECT_SOURCE_DIR}/packaging/${manifest_name} ${folder} COPYONLY)
+    set(manifest "1 24 \"${manifest_name}\"")
   endif()
   configure_file(${PROJECT_SOURCE_DIR}/packaging/version.rc.in ${folder}/${target}.rc @ONLY)
   # The resource compiler starts a preprocessor by a command line that it does not quote in full:
@@ -20,6 +25,7 @@ function(add_version_record target file_type description)
   add_custom_command(OUTPUT ${folder}/${target}.res.obj
     COMMAND ${CMAKE_RC_COMPILER} -O coff ${target}.rc ${target}.res.obj
     DEPENDS ${folder}/${target}.rc ${PROJECT_SOURCE_DIR}/packaging/wlanx.manifest
+      ${PROJECT_SOURCE_DIR}/packaging/a8000ctl.manifest
     WORKING_DIRECTORY ${folder} VERBATIM)
   set_source_files_properties(${folder}/${target}.res.obj PROPERTIES
     EXTERNAL_OBJECT TRUE GENERATED TRUE)

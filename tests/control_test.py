@@ -20,8 +20,8 @@ HELD = ("a8000: the driver is still being removed; close the programs that have 
 NAME_TAKEN = "a8000: another driver has the name A8000; disable the adapter that it belongs to\n"
 
 
-def start(program, *words):
-    return subprocess.Popen([*STARTER, program, *words], text=True, stdin=subprocess.DEVNULL,
+def start(program, *words, stdin=subprocess.DEVNULL):
+    return subprocess.Popen([*STARTER, program, *words], encoding="utf-8", stdin=stdin,
                             stdout=subprocess.PIPE, stderr=subprocess.PIPE)
 
 
@@ -123,8 +123,26 @@ def main():
         kill(hold("requests"))
     expect(["scenario", "small"], loaded)
     expect(["status"], status("loaded, 1 rules, 1 registers", 0, 0, 0))
+    check_input()
     check_services()
     expect(["install"], INSTALLED)
+
+
+def check_input():
+    """Names outside of any one code page, and lines that are no commands."""
+    folder = "two blanks \u00fc\u0416"
+    os.mkdir(folder)
+    for name in ("a8000ctl.exe", "a8000sim.sys"):
+        shutil.copy(os.path.join(FOLDER, name), folder)
+    expect_of(start(os.path.join(folder, "a8000ctl.exe"), "install"), INSTALLED)
+    name = os.path.join(folder, "\u00fc \u0416")
+    write(name, "1 ok\n")
+    expect(["scenario", name], f"The simulated adapter answers from {name}.\n")
+    program = start(os.path.join(FOLDER, "a8000ctl.exe"), "-", stdin=subprocess.PIPE)
+    said = program.communicate("remove " * 1000 + "\nremove\0\n" + "x" * 4090 + "remove\nscenario " + name)
+    assert said[0].replace("\r", "") == "= 1\n" * 3 + (
+        f"The simulated adapter answers from {name}.\n= 0\n"), said
+    assert said[1].count("a8000: a line is too long or holds a zero byte") == 3, said
 
 
 def check_services():

@@ -72,9 +72,10 @@ bool IsDeviceOpen() {
 }
 
 int Install() {
-  char path[MAX_PATH + sizeof(DriverFile)];
-  const DWORD length = GetModuleFileNameA(nullptr, path, MAX_PATH);
-  if (length == 0 || length >= MAX_PATH) {
+  constexpr DWORD PathBytes = 3 * MAX_PATH;  // in UTF-8
+  static char path[PathBytes + sizeof(DriverFile)];
+  const DWORD length = GetModuleFileNameA(nullptr, path, PathBytes);
+  if (length == 0 || length >= PathBytes) {
     fprintf(stderr, "a8000: the path of this program is too long\n");
     return Failed;
   }
@@ -164,10 +165,14 @@ bool QueryStatus(SimulatorStatus* status) {
   return Ask(ControlQueryStatus, nullptr, 0, status, sizeof(*status), &returned);
 }
 
-// Ends the trace with what it lacks, as the recorder on Linux does.
-int AddLeftOut(const char* name, FILE* file) {
+// Ends the trace with what it lacks, as the recorder on Linux does. `loads` is from its start.
+int EndTrace(const char* name, FILE* file, uint32_t loads) {
   SimulatorStatus status = {};
   if (!QueryStatus(&status)) return Failed;
+  if (status.loads != loads) {
+    fprintf(stderr, "a8000: a scenario was loaded while the trace was fetched; fetch it again\n");
+    return Failed;
+  }
   if (status.leftOut == 0) return Done;
   char line[LeftOutLineBytes];
   const uint32_t size = FormatLeftOut(status.leftOut, line);
@@ -177,7 +182,7 @@ int AddLeftOut(const char* name, FILE* file) {
 }
 
 // Copies the whole trace.
-int FetchInto(const char* name, FILE* file) {
+int FetchInto(const char* name, FILE* file, uint32_t loads) {
   static char bytes[1 << 20];
   FetchTrace fetch = {0};
   for (;;) {
@@ -185,7 +190,7 @@ int FetchInto(const char* name, FILE* file) {
     if (!Ask(ControlFetchTrace, &fetch, sizeof(fetch), bytes, sizeof(bytes), &returned)) {
       return Failed;
     }
-    if (returned == 0) return AddLeftOut(name, file);
+    if (returned == 0) return EndTrace(name, file, loads);
     if (fwrite(bytes, 1, returned, file) != returned) return FailFile(name);
     fetch.offset += returned;
   }
@@ -196,7 +201,7 @@ int Trace(const char* name) {
   if (!QueryStatus(&status)) return Failed;  // without a trace the file stays as it is
   FILE* file = fopen(name, "wb");
   if (file == nullptr) return FailFile(name);
-  const int result = FetchInto(name, file);
+  const int result = FetchInto(name, file, status.loads);
   if (fclose(file) != 0 && result == Done) return FailFile(name);
   return result;
 }
@@ -229,15 +234,41 @@ int RunCommand(const char* command, const char* name) {
   return Failed;
 }
 
+constexpr size_t LineBytes = 4096;
+
+// Reads a line; `whole` tells whether it is one that can hold a command. Returns false at the end.
+bool ReadLine(char (&line)[LineBytes], bool* whole) {
+  size_t size = 0;
+  *whole = true;
+  int character = getchar();
+  if (character == EOF) return false;
+  for (; character != EOF && character != '\n'; character = getchar()) {
+    if (character == 0 || size + 1 == LineBytes) *whole = false;
+    if (*whole) line[size++] = static_cast<char>(character);
+  }
+  line[size] = 0;
+  line[strcspn(line, "\r")] = 0;
+  return true;
+}
+
+int RunLine(char* line) {
+  char* blank = strchr(line, ' ');
+  if (blank != nullptr) *blank = 0;
+  return RunCommand(line, blank != nullptr ? blank + 1 : nullptr);
+}
+
+int RefuseLine() {
+  fprintf(stderr, "a8000: a line is too long or holds a zero byte\n");
+  return Failed;
+}
+
 // Returns Failed where any command did.
 int RunStandardInput() {
-  static char line[4096];
+  static char line[LineBytes];
+  bool whole = false;
   int result = Done;
-  while (fgets(line, sizeof(line), stdin) != nullptr) {
-    line[strcspn(line, "\r\n")] = 0;
-    char* blank = strchr(line, ' ');
-    if (blank != nullptr) *blank = 0;
-    const int ended = RunCommand(line, blank != nullptr ? blank + 1 : nullptr);
+  while (ReadLine(line, &whole)) {
+    const int ended = whole ? RunLine(line) : RefuseLine();
     if (ended != Done) result = Failed;
     fflush(stderr);  // some runtimes collect it where it is no console
     printf("= %d\n", ended);

@@ -48,5 +48,6 @@ struct SimulatorStatus {
   uint32_t opened;      // handles open now
   uint32_t traceBytes;  // recorded
   uint32_t leftOut;     // calls that found no room in the trace
+  uint32_t loads;       // scenarios loaded, so that one who fetches a trace notices a new one
 };
-static_assert(sizeof(SimulatorStatus) == 28);
+static_assert(sizeof(SimulatorStatus) == 32);

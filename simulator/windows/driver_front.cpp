@@ -59,6 +59,7 @@ void UseScenario(DriverFront* front, StoredScenario* stored, const Scenario* sce
   front->scenarioMemory = stored;
   front->builtin = scenario == &BuiltinScenario;
   front->requests = 0;
+  front->loads++;
   AdapterStart(&front->adapter, scenario, stored->served);
   TraceStoreClear(&front->traceStore);
   TraceStart(&front->trace, TraceStoreSink(&front->traceStore));
@@ -131,7 +132,7 @@ FrontReply QueryStatus(const DriverFront* front, void* buffer, uint32_t outputLe
   const SimulatorStatus status = {
       front->builtin ? 1U : 0U, scenario->ruleCount, scenario->registerCount,
       front->requests,          front->opened,       front->trace.bytes,
-      front->trace.leftOut};
+      front->trace.leftOut,     front->loads};
   memcpy(buffer, &status, sizeof(status));
   return {0, sizeof(status), false};
 }

@@ -15,6 +15,7 @@ struct DriverFront {
   TraceStore traceStore;
   uint32_t requests;  // answered since the scenario was loaded
   uint32_t opened;    // handles open now
+  uint32_t loads;     // scenarios put in force so far
   bool builtin;
   bool failOpensByLink;
 };

@@ -91,8 +91,8 @@ void CallControl(DriverFront* front, Input* input) {
                                    ControlQueryStatus};
   const uint32_t choice = Take(input, 1);
   const uint32_t code = choice < 250 ? codes[choice % 4] : Take(input, 4);
-  const uint32_t inputLength = Take(input, choice % 8 < 4 ? 1 : 2);
-  const uint32_t outputLength = Take(input, choice % 16 < 8 ? 1 : 2);
+  const uint32_t inputLength = Take(input, choice % 8 < 4 ? 1 : 2) % 4097;
+  const uint32_t outputLength = Take(input, choice % 16 < 8 ? 1 : 2) % 4097;
   const uint32_t size = inputLength > outputLength ? inputLength : outputLength;
   uint8_t* buffer = TakeBuffer(input, size, inputLength);
   const FrontReply reply = FrontControl(front, code, buffer, inputLength, outputLength);
@@ -133,6 +133,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Input input = {data, size};
   *State() = {};
   Require(FrontStart(&front, {Allocate, Release}));
+  front.traceStore.blockBytes = 64;  // 16 KiB in all: soon cleared, and soon full
   while (input.left > 0) CallOne(&front, &input);
   FrontStop(&front);
   Require(State()->live == 0);

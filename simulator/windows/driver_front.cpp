@@ -143,6 +143,7 @@ bool FrontStart(DriverFront* front, HostMemory memory) {
   memset(front, 0, sizeof(*front));
   front->memory = memory;
   front->traceStore.memory = memory;
+  front->traceStore.blockBytes = TraceBlockBytes;
   return UseBuiltin(front);
 }
 

@@ -6,10 +6,10 @@ namespace {
 
 // The block that the next byte goes into; null where there is no room.
 char* CurrentBlock(TraceStore* store) {
-  const uint32_t index = store->used / TraceBlockBytes;
+  const uint32_t index = store->used / store->blockBytes;
   if (index == MaxTraceBlocks) return nullptr;
   if (store->blocks[index] == nullptr) {
-    store->blocks[index] = static_cast<char*>(store->memory.allocate(TraceBlockBytes));
+    store->blocks[index] = static_cast<char*>(store->memory.allocate(store->blockBytes));
   }
   return store->blocks[index];
 }
@@ -19,8 +19,8 @@ bool Append(void* context, const char* bytes, uint32_t size) {
   while (size > 0) {
     char* block = CurrentBlock(store);
     if (block == nullptr) return false;
-    const uint32_t start = store->used % TraceBlockBytes;
-    const uint32_t room = TraceBlockBytes - start;
+    const uint32_t start = store->used % store->blockBytes;
+    const uint32_t room = store->blockBytes - start;
     const uint32_t piece = size < room ? size : room;
     memcpy(block + start, bytes, piece);
     store->used += piece;
@@ -49,11 +49,11 @@ uint32_t TraceStoreRead(const TraceStore* store, uint32_t offset, void* bytes, u
   auto* target = static_cast<char*>(bytes);
   uint32_t copied = 0;
   while (copied < room && offset < store->lineStart) {
-    const uint32_t start = offset % TraceBlockBytes;
-    uint32_t piece = TraceBlockBytes - start;
+    const uint32_t start = offset % store->blockBytes;
+    uint32_t piece = store->blockBytes - start;
     if (piece > room - copied) piece = room - copied;
     if (piece > store->lineStart - offset) piece = store->lineStart - offset;
-    memcpy(target + copied, store->blocks[offset / TraceBlockBytes] + start, piece);
+    memcpy(target + copied, store->blocks[offset / store->blockBytes] + start, piece);
     copied += piece;
     offset += piece;
   }

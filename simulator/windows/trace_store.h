@@ -16,6 +16,7 @@ constexpr uint32_t MaxTraceBlocks = MaxScenarioBytes / TraceBlockBytes;
 
 struct TraceStore {
   HostMemory memory;
+  uint32_t blockBytes;           // TraceBlockBytes; less makes a smaller store
   char* blocks[MaxTraceBlocks];  // null from the first one that is not needed yet
   uint32_t used;                 // bytes of whole lines and of the line being written
   uint32_t lineStart;

@@ -161,7 +161,7 @@ def group_changes(group, changed_text, seed):
             new = {"true": "false", "false": "true"}[element.text]
         if new is not None and (element.kind != "truth" or not group.call):
             where = "" if len(group.text) > 200 else f" in {group.text}"
-            yield element.kind, f"{element.text} -> {new}{where}", [(element, new)]
+            yield f"row {element.kind}", f"{element.text} -> {new}{where}", [(element, new)]
     for element, following in zip(group.children, group.children[1:]):
         if element.shape() != following.shape():
             continue

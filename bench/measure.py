@@ -48,7 +48,7 @@ RUNS = [
     ("get_fw_ver", "wlanx", COMMAND),
     ("export_rssi_report rssi 5g net 70 report.xml", "wlanx", COMMAND),
     ("pcie gen_switch_chk", "wlanx", COMMAND),
-    ("wtbl 1", "wlanx-eng", 3.6),
+    ("wtbl 1", "wlanx-eng", 3.0),
 ]
 # The largest table: 80 rows of power limits, from a scenario of its own, which the run parses too.
 ROWS = "".join(f"{i % 3:02x}{36 + i:02x}{i % 15:02x}{32 + i % 12:02x}" for i in range(80))
@@ -101,9 +101,10 @@ def requests(program, words, folder, **more):
 
 
 def peak_memory(program, words, folder, **more):
-    """MiB; which pages are touched depends on where they lie."""
-    done = run(program, words, folder, ["setarch", "-R", "time", "-f", "%M"], **more)
-    return int(done.stderr.split()[-1]) / 1024
+    """MiB, of five runs: what the kernel maps ahead differs, and with where the program lies."""
+    before = ["setarch", "-R", "time", "-f", "%M"]
+    return max(int(run(program, words, folder, before, **more).stderr.split()[-1])
+               for _ in range(5)) / 1024
 
 
 def baseline(folder):

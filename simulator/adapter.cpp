@@ -77,9 +77,13 @@ CallResult WriteRegister(Adapter* adapter, RegisterValue entry) {
   return Success;
 }
 
+bool IsRegisterOid(uint32_t oid) {
+  return oid == OidReadRegister || oid == OidWriteRegister;
+}
+
 bool IsRegisterAccess(const Adapter* adapter, uint32_t oid, uint32_t length) {
-  const bool known = oid == OidReadRegister || oid == OidWriteRegister;
-  return known && adapter->scenario->registerCount > 0 && length == sizeof(RegisterValue);
+  return IsRegisterOid(oid) && adapter->scenario->registerCount > 0 &&
+         length == sizeof(RegisterValue);
 }
 
 CallResult AccessRegister(Adapter* adapter, uint32_t oid, uint8_t* payload) {
@@ -130,7 +134,11 @@ void AdapterStart(Adapter* adapter, const Scenario* scenario, uint32_t* served) 
   adapter->scenario = scenario;
   adapter->served = served;
   adapter->writtenCount = 0;
-  for (uint32_t i = 0; i < scenario->ruleCount; i++) served[i] = 0;
+  adapter->registersHaveRules = false;
+  for (uint32_t i = 0; i < scenario->ruleCount; i++) {
+    served[i] = 0;
+    if (IsRegisterOid(scenario->rules[i].oid)) adapter->registersHaveRules = true;
+  }
 }
 
 CallResult AdapterOpen(const Adapter* adapter) {
@@ -143,7 +151,8 @@ CallResult AdapterClose(const Adapter* adapter) {
 
 RequestResult AdapterRequest(Adapter* adapter, uint32_t oid, uint8_t* payload, uint32_t length) {
   const Scenario* scenario = adapter->scenario;
-  const ScenarioRule* const end = scenario->rules + scenario->ruleCount;
+  const bool hasRules = adapter->registersHaveRules || !IsRegisterOid(oid);
+  const ScenarioRule* const end = scenario->rules + (hasRules ? scenario->ruleCount : 0);
   for (const ScenarioRule* rule = scenario->rules; rule != end; rule++) {
     if (rule->oid != oid || !RuleMatches(scenario, rule, payload, length)) continue;
     uint32_t* served = &adapter->served[rule - scenario->rules];

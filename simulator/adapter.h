@@ -20,7 +20,8 @@ constexpr uint32_t MaxWrittenRegisters = 1024;
 
 struct Adapter {
   const Scenario* scenario;
-  uint32_t* served;  // requests answered so far, one counter for each rule of the scenario
+  uint32_t* served;         // requests answered so far, one counter for each rule of the scenario
+  bool registersHaveRules;  // some rule serves reading or writing a register
   uint32_t writtenCount;
   RegisterValue written[MaxWrittenRegisters];
 };

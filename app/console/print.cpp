@@ -160,17 +160,20 @@ void PutWideText(TextSink* sink, const void* text) {
 const char* PutPlain(TextSink* sink, const char* format) {
   char* next = sink->next;
   char* const end = sink->end;
-  char character = *format;
-  while (character != '%' && next != end) {
-    if (character == 0) break;
-    *next++ = character;
-    character = *++format;
+  for (;; format++) {
+    auto character = static_cast<unsigned char>(*format);
+    // Most are above '%'.
+    if (character <= '%' && (character == 0 || character == '%')) break;
+    if (next == end) {
+      const size_t rest = strcspn(format, "%");
+      sink->next = next;
+      PutRun(sink, format, rest);
+      return format + rest;
+    }
+    *next++ = static_cast<char>(character);
   }
   sink->next = next;
-  if (next != end) return format;
-  size_t rest = strcspn(format, "%");
-  PutRun(sink, format, rest);
-  return format + rest;
+  return format;
 }
 
 void PutFormatted(TextSink* sink, const char* format, Values* values) {
@@ -184,7 +187,7 @@ void PutFormatted(TextSink* sink, const char* format, Values* values) {
       continue;
     }
 
-    Conversion conversion;
+    Conversion conversion = {};
     format = ReadConversion(format + 1, values, &conversion);
     char letter = *format++;
     char field[MostDigits + 1];
@@ -202,15 +205,15 @@ void PutFormatted(TextSink* sink, const char* format, Values* values) {
         PutWideText(sink, va_arg(values->list, const void*));
         continue;
       case 'd':
-        text = WriteNumber(fieldEnd, conversion, letter, ReadSigned(conversion, values));
-        length = static_cast<size_t>(fieldEnd - text);
-        break;
       case 'u':
       case 'x':
-      case 'X':
-        text = WriteNumber(fieldEnd, conversion, letter, ReadUnsigned(conversion, values));
+      case 'X': {
+        Number number =
+            letter == 'd' ? ReadSigned(conversion, values) : ReadUnsigned(conversion, values);
+        text = WriteNumber(fieldEnd, conversion, letter, number);
         length = static_cast<size_t>(fieldEnd - text);
         break;
+      }
       case 'c':
         fieldEnd[-1] = static_cast<char>(va_arg(values->list, int));
         break;

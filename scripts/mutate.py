@@ -258,7 +258,7 @@ def test_commands(build, near, rows):
 
 
 def noticed(build, near, rows=False, **where):
-    return not all(quiet(command, 60, **where) for command in test_commands(build, near, rows))
+    return not all(quiet(command, 300, **where) for command in test_commands(build, near, rows))
 
 
 def digest():

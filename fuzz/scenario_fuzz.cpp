@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "simulator/adapter.h"
+#include "simulator/redact/redact.h"
 #include "simulator/scenario_memory.h"
 #include "simulator/scenario_parser.h"
 #include "simulator/trace.h"
@@ -130,6 +131,23 @@ void Replay(const Adapter* adapter, const Exchange* exchanges, uint32_t count,
   free(block);
 }
 
+// Redacts a text: every trace is taken, and what is taken stays a scenario with the same parts.
+void RedactCopy(const char* text, uint32_t size, bool isTrace) {
+  char* copy = static_cast<char*>(malloc(size > 0 ? size : 1));
+  if (size > 0) memcpy(copy, text, size);
+  Redaction redaction = RedactText(copy, size);
+  Require(redaction.what == nullptr || !isTrace);
+  if (redaction.what == nullptr) {
+    ScenarioSizes before = {};
+    ScenarioSizes after = {};
+    Require(ParseScenario(text, size, nullptr, &before, nullptr).what == nullptr);
+    Require(ParseScenario(copy, size, nullptr, &after, nullptr).what == nullptr);
+    Require(memcmp(&before, &after, sizeof(before)) == 0);
+  }
+  ReleaseRedaction(&redaction);
+  free(copy);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -148,7 +166,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     trace.used = 0;
     WriteTrace(&adapter, exchanges, count, &trace);
     Replay(&adapter, exchanges, count, &trace);
+    RedactCopy(trace.bytes, trace.used, true);
   }
+  RedactCopy(text, static_cast<uint32_t>(size), false);
   free(block);
   free(text);
   return 0;

@@ -15,7 +15,8 @@ LAYERS = {
     "app/console": ["platform"],
     "platform": [],
     "simulator": [],
-    "simulator/windows": ["simulator"],
+    "simulator/redact": ["simulator"],
+    "simulator/windows": ["simulator", "simulator/redact"],
 }
 # Single includes that the layers do not allow.
 ALLOWED = {

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "simulator/redact/redact.h"
 #include "simulator/scenario_error.h"
 #include "simulator/trace.h"
 #include "simulator/windows/control_protocol.h"
@@ -23,7 +24,8 @@ constexpr char Usage[] =
     "  a8000ctl trace FILE          write what was recorded since the scenario was loaded\n"
     "  a8000ctl status              tell what the driver does\n"
     "  a8000ctl -                   read such commands from standard input, one a line;\n"
-    "                               behind each one's output prints \"= \" and its exit status\n";
+    "                               behind each one's output prints \"= \" and its exit status\n"
+    "  a8000ctl redact IN OUT       copy a trace without MAC addresses, SSIDs, register contents\n";
 
 constexpr int Done = 0;
 constexpr int Failed = 1;
@@ -282,6 +284,7 @@ int RunStandardInput() {
 int main(int argc, char** argv) {
   if (argc == 2 && strcmp(argv[1], "-") == 0) return RunStandardInput();
   if (argc == 2 || argc == 3) return RunCommand(argv[1], argc == 3 ? argv[2] : nullptr);
+  if (argc == 4 && strcmp(argv[1], "redact") == 0) return RedactFile(argv[2], argv[3]);
   fputs(Usage, stderr);
   return Failed;
 }

@@ -8,7 +8,9 @@ constexpr uint32_t MostShown = 60;
 // Copies the word at fault, or its beginning, with a zero behind it. What may not be printable
 // shows as '?'.
 inline void CopyWord(const char* word, uint32_t length, char (&shown)[MostShown + 1]) {
-  const uint32_t count = length < MostShown ? length : MostShown;
-  for (uint32_t i = 0; i < count; i++) shown[i] = word[i] < ' ' || word[i] > '~' ? '?' : word[i];
-  shown[count] = 0;
+  uint32_t size = 0;
+  for (; size < length && size < MostShown; size++) {
+    shown[size] = word[size] < ' ' || word[size] > '~' ? '?' : word[size];
+  }
+  shown[size] = 0;
 }

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "simulator/scenario_parser.h"
 #include "simulator/windows/control_protocol.h"
 #include "simulator/windows/driver_front.h"
 #include "simulator/windows/nt_status.h"
@@ -126,6 +127,17 @@ void CallOne(DriverFront* front, Input* input) {
   Require(WantedLink(front) == DeviceLink::Present || front->failOpensByLink);
 }
 
+// Whatever was left out of it, the trace loads as a scenario.
+void CheckTrace(const DriverFront* front) {
+  const uint32_t size = front->trace.bytes;
+  auto* text = static_cast<char*>(malloc(size + size_t{1}));
+  Require(TraceStoreRead(&front->traceStore, 0, text, size + 1) == size);
+  ScenarioSizes sizes = {};
+  Require(ParseScenario(text, size, nullptr, &sizes, nullptr).what == nullptr);
+  Require(sizes.rules == front->trace.rules);
+  free(text);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -135,6 +147,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Require(FrontStart(&front, {Allocate, Release}));
   front.traceStore.blockBytes = 64;  // 16 KiB in all: soon cleared, and soon full
   while (input.left > 0) CallOne(&front, &input);
+  CheckTrace(&front);
   FrontStop(&front);
   Require(State()->live == 0);
   return 0;

@@ -69,6 +69,7 @@ def check_program(path, objdump):
     for text in ("1.00.00.0070", "Command line tool"):
         assert text.encode("utf-16-le") in data, text
     assert b'level="asInvoker"' in data
+    assert b"A8000_TRACE" not in data  # only wlanx-eng records
 
 
 def run(*words):

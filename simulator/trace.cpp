@@ -118,7 +118,7 @@ void TraceCall(Trace* trace, const char* call, CallResult result) {
 
 }  // namespace
 
-void TraceStart(Trace* trace, TraceSink sink) {
+void TraceStart(Trace* trace, const TraceSink& sink) {
   memset(trace, 0, sizeof(*trace));
   trace->sink = sink;
 }

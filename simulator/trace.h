@@ -31,7 +31,7 @@ struct Trace {
   char chunk[TraceChunkBytes];
 };
 
-void TraceStart(Trace* trace, TraceSink sink);
+void TraceStart(Trace* trace, const TraceSink& sink);
 void TraceOpen(Trace* trace, CallResult result);
 void TraceClose(Trace* trace, CallResult result);
 

@@ -23,7 +23,7 @@ const uint8_t* RowPowers(const RowTable& table, const AcpiTableQuery& record, ui
 }
 
 DecibelText Decibels(int halfDecibels) {
-  DecibelText shown;
+  DecibelText shown = {};
   const int magnitude = halfDecibels < 0 ? -halfDecibels : halfDecibels;
   BoundedPrintf(shown.text, sizeof(shown.text), "%s%d.%d", halfDecibels < 0 ? "-" : "",
                 magnitude / 2, magnitude % 2 * 5);

@@ -193,6 +193,11 @@ bool ParseMac(const uint8_t* text, uint8_t (&address)[MacBytes]) {
   return true;
 }
 
+void WriteHexByte(char* digits, uint8_t byte) {
+  digits[0] = "0123456789abcdef"[byte >> 4];
+  digits[1] = "0123456789abcdef"[byte & 15];
+}
+
 bool TakeMacText(Redactor* redactor, uint32_t offset) {
   uint8_t address[MacBytes];
   if (offset + MacTextBytes > redactor->length || redactor->done[offset] != 0) {
@@ -203,9 +208,8 @@ bool TakeMacText(Redactor* redactor, uint32_t offset) {
   if (replacement == nullptr) return false;
   if (!redactor->replacing) return true;
   for (uint32_t i = 0; i < MacBytes; i++) {
-    uint8_t* digits = redactor->redacted + offset + size_t{3} * i;
-    digits[0] = static_cast<uint8_t>("0123456789abcdef"[replacement->standIn[i] >> 4]);
-    digits[1] = static_cast<uint8_t>("0123456789abcdef"[replacement->standIn[i] & 15]);
+    WriteHexByte(reinterpret_cast<char*>(redactor->redacted + offset + size_t{3} * i),
+                 replacement->standIn[i]);
   }
   memset(redactor->done + offset, 1, MacTextBytes);
   replacement->places++;
@@ -280,8 +284,7 @@ bool TakeHex(Redactor* redactor, uint32_t oid, char* hex, uint32_t size) {
   if (!TakePayload(redactor, oid)) return false;
   for (size_t i = 0; i < redactor->length && redactor->replacing; i++) {
     if (redactor->payload[i] == redactor->redacted[i]) continue;
-    hex[2 * i] = "0123456789abcdef"[redactor->redacted[i] >> 4];
-    hex[2 * i + 1] = "0123456789abcdef"[redactor->redacted[i] & 15];
+    WriteHexByte(hex + 2 * i, redactor->redacted[i]);
   }
   return true;
 }

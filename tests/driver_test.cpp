@@ -90,11 +90,11 @@ void CheckLengths(Driver* driver) {
   Check(driver, memcmp(payload, "written\0", 8) == 0, "a failure writes");
 
   uint8_t input[8] = {1};
-  for (const size_t length : {0, 1, 3, 5, 8}) {
+  for (const size_t length : {0U, 1U, 3U, 5U, 8U}) {
     answer = Call(driver->device, QueryGlobalStats, input, length, payload, 8);
     Check(driver, answer.error == 87, "an OID has four bytes");
   }
-  for (const DWORD code : {0x00170000, 0x00170001, 0x00170003, 0x00170006, 0}) {
+  for (const DWORD code : {0x00170000U, 0x00170001U, 0x00170003U, 0x00170006U, 0U}) {
     answer = Call(driver->device, code, input, 4, payload, 8);
     Check(driver, answer.error == 1, "an unknown code is refused");
   }

@@ -7,12 +7,15 @@
 #include <cstddef>
 #include <cstdio>
 
+// Lets the compilers that can compare formats with their values.
 #if defined(__clang__)
 #define PRINTF_LIKE(formatIndex, firstValue) \
   __attribute__((format(printf, formatIndex, firstValue)))
-#else
+#elif defined(__GNUC__)
 #define PRINTF_LIKE(formatIndex, firstValue) \
   __attribute__((format(gnu_printf, formatIndex, firstValue)))
+#else
+#define PRINTF_LIKE(formatIndex, firstValue)
 #endif
 
 // Prints to standard output. What is printed is collected; ConsoleFlush writes it out.

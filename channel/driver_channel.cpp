@@ -5,7 +5,7 @@
 namespace {
 
 constexpr char DevicePath[] = R"(\\.\A8000)";
-constexpr uint32_t IoctlNdisQueryGlobalStats = 0x00170002;
+constexpr uint32_t IoctlNdisQueryGlobalStats = 0x00170002;  // IOCTL_NDIS_QUERY_GLOBAL_STATS
 
 }  // namespace
 

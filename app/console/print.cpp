@@ -85,7 +85,7 @@ const char* ReadCount(const char* format, Values* values, int* count) {
     return format + 1;
   }
   int number = 0;
-  for (; *format >= '0' && *format <= '9'; format++) number = number * 10 + *format - '0';
+  for (; static_cast<unsigned>(*format - '0') < 10; format++) number = number * 10 + *format - '0';
   *count = number;
   return format;
 }
@@ -161,16 +161,16 @@ const char* PutPlain(TextSink* sink, const char* format) {
   char* next = sink->next;
   char* const end = sink->end;
   for (;; format++) {
-    auto character = static_cast<unsigned char>(*format);
-    // Most are above '%'.
-    if (character <= '%' && (character == 0 || character == '%')) break;
+    char character = *format;
+    if (character == '%') break;
+    if (character == 0) break;
     if (next == end) {
       const size_t rest = strcspn(format, "%");
       sink->next = next;
       PutRun(sink, format, rest);
       return format + rest;
     }
-    *next++ = static_cast<char>(character);
+    *next++ = character;
   }
   sink->next = next;
   return format;

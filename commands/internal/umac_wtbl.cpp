@@ -120,7 +120,7 @@ constexpr WtblWordGroup DecodeUwtblDw5Dw6 = {
       {6, 9, 0},
       {},
       "Configuration for hardware mode A-MSDU.",
-      "0x%x",
+      nullptr,
       HardwareAmsdu}},
 };
 

@@ -1,5 +1,7 @@
 #include "commands/internal/wtbl_field.h"
 
+#include <cstring>
+
 #include "app/console/print.h"
 
 namespace {
@@ -22,10 +24,18 @@ void FormatWtblValueText(char* text, size_t size, WtblValueTexts texts, uint32_t
 
 void WtblFieldLine(const WtblField& field, const uint32_t* words) {
   const uint32_t value = WtblBits(words[field.bits.word], field.bits.high, field.bits.low);
-  ConsolePrintf("%45s", field.header);
-  ConsolePrintf(field.number, value);
+  if (field.number == nullptr) {
+    ConsolePrintf("%45s0x%x", field.header, value);
+  } else {
+    ConsolePrintf("%45s", field.header);
+    ConsolePrintf(field.number, value);
+  }
   const WtblValueText* row = FindValueText(field.texts, value);
-  if (row != nullptr) ConsolePrintf(row->format, static_cast<int>(value) + row->offset);
+  if (row != nullptr && strchr(row->format, '%') == nullptr) {
+    ConsolePrintf("%s", row->format);
+  } else if (row != nullptr) {
+    ConsolePrintf(row->format, static_cast<int>(value) + row->offset);
+  }
   if (field.formatter != nullptr) {
     char text[128];
     field.formatter(text, sizeof(text), words, value);

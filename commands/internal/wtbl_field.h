@@ -31,7 +31,7 @@ struct WtblField {
   WtblBitRange bits = {};
   WtblValueTexts texts;               // no two of them overlap
   const char* explanation = nullptr;  // null: the line ends behind the value
-  const char* number = "0x%x";  // how the value is printed; empty where texts or `formatter` do
+  const char* number = nullptr;       // null: the value prints as 0x%x; empty where others print it
   WtblValueFormatter* formatter = nullptr;  // prints behind number and text
 };
 

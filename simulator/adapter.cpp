@@ -58,9 +58,11 @@ uint32_t ReadRegister(const Adapter* adapter, uint32_t address) {
   for (uint32_t i = 0; i < adapter->writtenCount; i++) {
     if (adapter->written[i].address == address) return adapter->written[i].value;
   }
-  const Scenario* scenario = adapter->scenario;
-  for (uint32_t i = scenario->registerCount; i > 0; i--) {
-    if (scenario->registers[i - 1].address == address) return scenario->registers[i - 1].value;
+  const RegisterValue* const first = adapter->scenario->registers;
+  const RegisterValue* entry = first + adapter->scenario->registerCount;
+  while (entry != first) {
+    entry--;
+    if (entry->address == address) return entry->value;
   }
   return 0;
 }

@@ -57,11 +57,23 @@ void KeepWhatFits(TextSink* sink, const char* text, size_t length) {
   sink->lost += length - room;
 }
 
+constexpr size_t ShortText = 16;
+
+// Puts a text out of memory that goes on for ShortText bytes: one copy of fixed size is a few
+// instructions, and the next text is written over what was too much.
+void PutShort(TextSink* sink, const char* text, size_t length) {
+  if (length > ShortText || ShortText > static_cast<size_t>(sink->end - sink->next)) {
+    PutRun(sink, text, length);
+    return;
+  }
+  memcpy(sink->next, text, ShortText);
+  sink->next += length;
+}
+
 void PutBlanks(TextSink* sink, size_t count) {
-  static constexpr char Blanks[] = "                                                ";
-  constexpr size_t Most = sizeof(Blanks) - 1;
-  for (; count > Most; count -= Most) PutRun(sink, Blanks, Most);
-  PutRun(sink, Blanks, count);
+  static constexpr char Blanks[ShortText + 1] = "                ";
+  for (; count > ShortText; count -= ShortText) PutShort(sink, Blanks, ShortText);
+  PutShort(sink, Blanks, count);
 }
 
 // One conversion as its format gives it; the precision is -1 where absent.
@@ -85,7 +97,7 @@ const char* ReadCount(const char* format, Values* values, int* count) {
     return format + 1;
   }
   int number = 0;
-  for (; static_cast<unsigned>(*format - '0') < 10; format++) number = number * 10 + *format - '0';
+  for (; *format >= '0' && *format <= '9'; format++) number = number * 10 + *format - '0';
   *count = number;
   return format;
 }
@@ -131,7 +143,8 @@ char* WriteNumber(char* end, const Conversion& conversion, char letter, Number n
   int least = conversion.precision;
   if (least < 0) least = conversion.zero ? conversion.width - (number.negative ? 1 : 0) : 1;
   if (least < 1 && conversion.precision != 0) least = 1;
-  const char* const filled = end - (least < MostDigits ? least : MostDigits);
+  char* const filled = end - (least < MostDigits ? least : MostDigits);
+  memset(end - MostDigits, '0', MostDigits);
   char* first = end;
   uint64_t rest = number.magnitude;
   if (letter == 'd' || letter == 'u') {
@@ -140,7 +153,7 @@ char* WriteNumber(char* end, const Conversion& conversion, char letter, Number n
     const char* alphabet = letter == 'x' ? "0123456789abcdef" : "0123456789ABCDEF";
     for (; rest != 0; rest >>= 4) *--first = alphabet[rest & 15];
   }
-  while (first > filled) *--first = '0';
+  if (first > filled) first = filled;
   if (number.negative) *--first = '-';
   return first;
 }
@@ -190,8 +203,9 @@ void PutFormatted(TextSink* sink, const char* format, Values* values) {
     Conversion conversion = {};
     format = ReadConversion(format + 1, values, &conversion);
     char letter = *format++;
-    char field[MostDigits + 1];
-    char* const fieldEnd = field + sizeof(field);
+    char field[MostDigits + 1 + ShortText];  // a sign, digits, and what PutShort goes on into  // a
+                                             // sign, digits, and what PutShort goes on to
+    char* const fieldEnd = field + MostDigits + 1;
     const char* text = fieldEnd - 1;
     size_t length = 1;
     switch (letter) {
@@ -224,7 +238,11 @@ void PutFormatted(TextSink* sink, const char* format, Values* values) {
     auto width = static_cast<size_t>(conversion.width);
     size_t padding = width > length ? width - length : 0;
     if (padding > 0 && !conversion.left) PutBlanks(sink, padding);
-    PutRun(sink, text, length);
+    if (letter == 's') {
+      PutRun(sink, text, length);
+    } else {
+      PutShort(sink, text, length);
+    }
     if (padding > 0 && conversion.left) PutBlanks(sink, padding);
   }
 }

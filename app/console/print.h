@@ -25,7 +25,8 @@ void ConsolePrintf(const char* format, ...) PRINTF_LIKE(1, 2);
 void FilePrintf(FILE* file, const char* format, ...) PRINTF_LIKE(2, 3);
 
 // Formats into `text`, writing at most `size` bytes including the terminating zero (nothing when
-// size is 0). Returns the length that the whole text needs, without its zero.
+// size is 0); what of them stands behind the zero is left open. Returns the length that the whole
+// text needs, without its zero.
 int BoundedPrintf(char* text, size_t size, const char* format, ...) PRINTF_LIKE(3, 4);
 
 // Writes out everything printed so far. A write that fails loses that output and nothing else.

@@ -31,11 +31,13 @@ constexpr StatusPair Pairs[] = {
     {234, 0x80000005},   // buffer overflow
     {259, 0x8000001A},   // no more entries
     {487, 0xC0000018},   // conflicting addresses
+    {637, 0xC00002D1},   // system image with a bad signature
     {995, 0xC0000120},   // cancelled
     {998, 0xC0000005},   // access violation
     {1117, 0xC0000185},  // I/O device error
     {1167, 0xC000009D},  // device not connected
     {1450, 0xC000009A},  // insufficient resources
+    {4200, 0xC0000295},  // WMI GUID not found
 };
 
 }  // namespace

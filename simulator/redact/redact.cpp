@@ -240,15 +240,23 @@ bool TakeSsidText(Redactor* redactor, uint32_t offset) {
   return !named || TakeSsid(redactor, start, end);
 }
 
-// Replaces an address that was found elsewhere and stands here among other bytes.
-void ReplaceKnownMac(Redactor* redactor, uint32_t offset) {
-  if (offset + MacBytes > redactor->length) return;
-  for (uint32_t i = 0; i < MacBytes; i++) {
+// Replaces a value that was found elsewhere and stands here among other bytes.
+void ReplaceKnown(Redactor* redactor, Secret kind, uint32_t offset, uint32_t length) {
+  if (offset + length > redactor->length) return;
+  for (uint32_t i = 0; i < length; i++) {
     if (redactor->done[offset + i] != 0) return;
   }
-  const uint8_t* bytes = redactor->payload + offset;
-  if (*FindSlot(redactor, Secret::MacAddress, bytes, MacBytes) == 0) return;
-  TakeValue(redactor, Secret::MacAddress, offset, MacBytes);
+  if (*FindSlot(redactor, kind, redactor->payload + offset, length) == 0) return;
+  TakeValue(redactor, kind, offset, length);
+}
+
+// The same for addresses and for network names but short ones, which may stand anywhere by chance.
+void ReplaceAllKnown(Redactor* redactor, uint32_t offset) {
+  constexpr uint32_t ShortestName = 4;
+  ReplaceKnown(redactor, Secret::MacAddress, offset, MacBytes);
+  for (uint32_t length = 32; length >= ShortestName; length--) {
+    if (redactor->ssidsOfLength[length] > 0) ReplaceKnown(redactor, Secret::Ssid, offset, length);
+  }
 }
 
 // Takes what one payload holds, the efuse's bytes at last.
@@ -263,7 +271,7 @@ bool TakePayload(Redactor* redactor, uint32_t oid) {
     if (!TakeMacText(redactor, i) || !TakeSsidText(redactor, i)) return false;
   }
   for (uint32_t i = 0; i < redactor->length && redactor->replacing; i++) {
-    ReplaceKnownMac(redactor, i);
+    ReplaceAllKnown(redactor, i);
   }
   for (const Field& field : Fields) {
     if (field.oid != oid || field.kind != Secret::EfuseByte) continue;

@@ -32,7 +32,7 @@ std::string Trace(const std::string& name, const std::string& other, const std::
   return "open ok\n0xFFFCF016 len=68 if 0:" + find(name, zeros) + " ok 0:" + find(name, address) +
          "\n0xFFFCF016 len=68 error=31 0:" + find(other, zeros) +
          "\n# a comment\n0xFFFCF102 ok 0:" +
-         Hex("SSID = " + name + " \nBSSID: " + written + ", noSSID = x") + "00" + address +
+         Hex("SSID = " + name + " \nBSSID: " + written + ", noSSID = x, " + name) + "00" + address +
          "\n0xFFFCF002 if 0:08020000" + value + " ok 0:0802000000000000\n0xFFFCF001 ok 0:04020000" +
          value + "\n0xFFFCF001 ok 0:9010037400001210\n0xFFFCF01E ok 0:" + std::string(24, '0') +
          fuse + "0102\n";

@@ -203,8 +203,7 @@ void PutFormatted(TextSink* sink, const char* format, Values* values) {
     Conversion conversion = {};
     format = ReadConversion(format + 1, values, &conversion);
     char letter = *format++;
-    char field[MostDigits + 1 + ShortText];  // a sign, digits, and what PutShort goes on into  // a
-                                             // sign, digits, and what PutShort goes on to
+    char field[MostDigits + 1 + ShortText];  // a sign, digits, and what PutShort reads behind them
     char* const fieldEnd = field + MostDigits + 1;
     const char* text = fieldEnd - 1;
     size_t length = 1;

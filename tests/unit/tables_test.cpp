@@ -100,14 +100,16 @@ TEST(Tables, WtblRowsAreWhatTheirHeadersSay) {
   }
 }
 
-// Compares a text too long to stand here with its digest (FNV-1a), and keeps it in a file.
+// Compares a text too long to stand here with its digest (FNV-1a), and keeps it in a file beside
+// the program.
 void ExpectDigest(const std::string& name, const std::string& text, uint64_t expected) {
   uint64_t digest = 0xCBF29CE484222325;
   for (const char character : text) {
     digest = (digest ^ static_cast<unsigned char>(character)) * 0x100000001B3;
   }
-  const std::string before = std::filesystem::absolute(name + ".before.txt").string();
-  const std::string now = std::filesystem::absolute(name + ".now.txt").string();
+  const auto folder = std::filesystem::canonical("/proc/self/exe").parent_path();
+  const std::string before = folder / (name + ".before.txt");
+  const std::string now = folder / (name + ".now.txt");
   std::ofstream(digest == expected ? before : now) << text;
   EXPECT_EQ(digest, expected) << "Other lines than before are printed. To see which:\n  diff "
                               << before << " " << now

@@ -136,8 +136,8 @@ void RedactCopy(const char* text, uint32_t size, bool isTrace) {
   char* copy = static_cast<char*>(malloc(size > 0 ? size : 1));
   if (size > 0) memcpy(copy, text, size);
   Redaction redaction = RedactText(copy, size);
-  Require(redaction.what == nullptr || !isTrace);
-  if (redaction.what == nullptr) {
+  Require(redaction.error.what == nullptr || !isTrace);
+  if (redaction.error.what == nullptr) {
     ScenarioSizes before = {};
     ScenarioSizes after = {};
     Require(ParseScenario(text, size, nullptr, &before, nullptr).what == nullptr);

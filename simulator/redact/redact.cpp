@@ -55,7 +55,7 @@ struct Redactor {
 };
 
 bool Fail(Redactor* redactor, const char* what) {
-  redactor->redaction->what = what;
+  redactor->redaction->error.what = what;
   return false;
 }
 
@@ -216,26 +216,36 @@ bool TakeMacText(Redactor* redactor, uint32_t offset) {
   return true;
 }
 
-bool IsLetter(uint8_t character) {
-  return (character | 32) >= 'a' && (character | 32) <= 'z';
+// Goes on behind what is in brackets, as the number in "SSID(1)".
+uint32_t SkipBrackets(const Redactor* redactor, uint32_t offset) {
+  const uint8_t* text = redactor->payload;
+  while (offset < redactor->length && text[offset] == ' ') offset++;
+  if (offset == redactor->length || (text[offset] != '(' && text[offset] != '[')) return offset;
+  const uint8_t bracket = text[offset] == '(' ? ')' : ']';
+  while (offset < redactor->length && text[offset] != bracket && text[offset] != '\n') offset++;
+  return offset < redactor->length ? offset + 1 : offset;
 }
 
-// Takes what stands behind "SSID" and an equals sign or a colon in a text, up to the line's end.
+// Takes what stands behind "SSID", but not "BSSID", and an equals sign or a colon in a text: up to
+// the second quotation mark where it begins with one, else up to the line's end.
 bool TakeSsidText(Redactor* redactor, uint32_t offset) {
   const uint8_t* text = redactor->payload;
   const uint32_t length = redactor->length;
-  if (length - offset < 5 || (offset > 0 && IsLetter(text[offset - 1]))) return true;
+  if (length - offset < 5 || (offset > 0 && (text[offset - 1] | 32) == 'b')) return true;
   for (uint32_t i = 0; i < 4; i++) {
     if ((text[offset + i] | 32) != "ssid"[i]) return true;
   }
-  uint32_t start = offset + 4;
+  uint32_t start = SkipBrackets(redactor, offset + 4);
   bool named = false;
-  while (start < length && strchr(" \t=:\"", text[start]) != nullptr && text[start] != 0) {
+  bool quoted = false;
+  while (start < length && !quoted && strchr(" \t=:\"", text[start]) != nullptr &&
+         text[start] != 0) {
+    quoted = named && text[start] == '"';
     named = named || text[start] == '=' || text[start] == ':';
     start++;
   }
   uint32_t end = start;
-  while (end < length && strchr("\r\n\"", text[end]) == nullptr) end++;
+  while (end < length && strchr(quoted ? "\r\n\"" : "\r\n", text[end]) == nullptr) end++;
   while (end > start && text[end - 1] == ' ') end--;
   return !named || TakeSsid(redactor, start, end);
 }
@@ -335,12 +345,12 @@ bool TakeLine(Redactor* redactor, char* line, uint32_t size) {
 }
 
 bool TakeLines(Redactor* redactor, char* text, uint32_t size) {
-  redactor->redaction->line = 0;
+  redactor->redaction->error.line = 0;
   for (uint32_t start = StartsWith(text, size, "\xEF\xBB\xBF") ? 3 : 0; start < size;) {
     uint32_t end = start;
     while (end < size && text[end] != '\n') end++;
     const uint32_t lineEnd = end > start && text[end - 1] == '\r' ? end - 1 : end;
-    redactor->redaction->line++;
+    redactor->redaction->error.line++;
     if (!TakeLine(redactor, text + start, lineEnd - start)) return false;
     start = end + 1;
   }
@@ -352,12 +362,8 @@ bool TakeLines(Redactor* redactor, char* text, uint32_t size) {
 Redaction RedactText(char* text, uint32_t size) {
   Redaction redaction = {};
   ScenarioSizes sizes = {};
-  const ScenarioError error = ParseScenario(text, size, nullptr, &sizes, nullptr);
-  if (error.what != nullptr) {
-    redaction.line = error.line;
-    redaction.what = error.what;
-    return redaction;
-  }
+  redaction.error = ParseScenario(text, size, nullptr, &sizes, nullptr);
+  if (redaction.error.what != nullptr) return redaction;
   Redactor redactor = {};
   redactor.redaction = &redaction;
   redactor.capacity = size / 2 < MostReplacements ? size / 2 : MostReplacements;

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "simulator/scenario.h"
+
 enum class Secret : uint8_t {
   MacAddress,
   Ssid,
@@ -25,8 +27,7 @@ struct Replacement {
 struct Redaction {
   Replacement* replacements;
   uint32_t count;
-  uint32_t line;     // of what is wrong; 0: of the whole
-  const char* what;  // null: nothing
+  ScenarioError error;
 };
 
 // Redacts a trace's text in place.

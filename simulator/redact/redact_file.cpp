@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -64,7 +66,22 @@ int WriteText(const char* name, const char* text, size_t size) {
   const int error = errno;
   if (fclose(file) == 0 && written) return Done;
   if (!written) errno = error;
-  return FailFile(name);
+  const int result = FailFile(name);
+  // A part of it could be taken for a report. A device is not removed.
+  struct stat made = {};
+  if (stat(name, &made) == 0 && S_ISREG(made.st_mode)) (void)remove(name);
+  return result;
+}
+
+int FailText(const char* name, const char* text, const ScenarioError* error) {
+  (void)fprintf(stderr, "a8000: %s:%u: %s", name, error->line, error->what);
+  if (error->wordLength > 0) {
+    char word[MostShown + 1];
+    CopyWord(text + error->wordStart, error->wordLength, word);
+    (void)fprintf(stderr, ": %s", word);
+  }
+  (void)fprintf(stderr, "\n");
+  return Failed;
 }
 
 int RedactStream(FILE* file, const char* name, const char* redactedName, char* text) {
@@ -73,8 +90,8 @@ int RedactStream(FILE* file, const char* name, const char* redactedName, char* t
   if (ferror(file) != 0) return FailFile(name);
   Redaction redaction = RedactText(text, static_cast<uint32_t>(size));
   int result = Failed;
-  if (redaction.what != nullptr) {
-    (void)fprintf(stderr, "a8000: %s:%u: %s\n", name, redaction.line, redaction.what);
+  if (redaction.error.what != nullptr) {
+    result = FailText(name, text, &redaction.error);
   } else {
     result = WriteText(redactedName, text, size);
     if (result == Done) PrintRedaction(&redaction);

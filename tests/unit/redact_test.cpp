@@ -17,7 +17,8 @@ std::string Hex(const std::string& bytes) {
 
 std::string Redact(std::string text) {
   Redaction redaction = RedactText(text.data(), static_cast<uint32_t>(text.size()));
-  if (redaction.what != nullptr) text = std::to_string(redaction.line) + ": " + redaction.what;
+  const ScenarioError error = redaction.error;
+  if (error.what != nullptr) text = std::to_string(error.line) + ": " + error.what;
   ReleaseRedaction(&redaction);
   return text;
 }
@@ -32,14 +33,16 @@ std::string Trace(const std::string& name, const std::string& other, const std::
   return "open ok\n0xFFFCF016 len=68 if 0:" + find(name, zeros) + " ok 0:" + find(name, address) +
          "\n0xFFFCF016 len=68 error=31 0:" + find(other, zeros) +
          "\n# a comment\n0xFFFCF102 ok 0:" +
-         Hex("SSID = " + name + " \nBSSID: " + written + ", noSSID = x, " + name) + "00" + address +
-         "\n0xFFFCF002 if 0:08020000" + value + " ok 0:0802000000000000\n0xFFFCF001 ok 0:04020000" +
-         value + "\n0xFFFCF001 ok 0:9010037400001210\n0xFFFCF01E ok 0:" + std::string(24, '0') +
-         fuse + "0102\n";
+         Hex("SSID = " + name + " \nBSSID: " + written + "\n\"ESSID [1]\"=\"" + name + "\", " +
+             name + "\nxSSID(2): " + other) +
+         "00" + address + "\n0xFFFCF002 if 0:08020000" + value +
+         " ok 0:0802000000000000\n0xFFFCF001 ok 0:04020000" + value +
+         "\n0xFFFCF001 ok 0:9010037400001210\n0xFFFCF01E ok 0:" + std::string(24, '0') + fuse +
+         "0102\n";
 }
 
 TEST(Redact, ReplacesTheSameValueByTheSameStandIn) {
-  EXPECT_EQ(Redact(Trace("Home", "Work", "b27d4019ce05", "B2-7D-40-19-CE-05", "78563412",
+  EXPECT_EQ(Redact(Trace("Home", "W\"rk", "b27d4019ce05", "B2-7D-40-19-CE-05", "78563412",
                          "a8ff0000b27d4019ce050000000000a8")),
             Trace("aaaa", "aaab", "020000000001", "02-00-00-00-00-01", "0100005a",
                   "01020000020000000001000000000001"));

@@ -176,8 +176,8 @@ def check_services():
 
     foreign = f"a8000: the service a8000sim is another program's: {image}\n"
     services("create", "a8000sim", "type=", "kernel", "binPath=", image)
-    expect(["install"], errors=foreign)
-    expect(["remove"], errors=foreign)
+    for word in ("status", "install", "remove"):
+        expect([word], errors=foreign)
     assert services("delete", "a8000sim") == 0
 
 

@@ -10,6 +10,7 @@ namespace {
 enum class DriverState {
   Unknown,  // no rights to ask
   NotInstalled,
+  Foreign,  // another program's service, which has been said
   Stopped,
   StopPending,  // stops once the last program has closed the device
   Running,
@@ -201,12 +202,13 @@ void EndTurn(HANDLE turn) {
 }
 
 DriverState QueryDriver() {
-  SC_HANDLE service = OpenDriver(SERVICE_QUERY_STATUS);
+  SC_HANDLE service = OpenDriver(SERVICE_QUERY_STATUS | SERVICE_QUERY_CONFIG);
   if (service == nullptr) {
     return GetLastError() == ERROR_SERVICE_DOES_NOT_EXIST ? DriverState::NotInstalled
                                                           : DriverState::Unknown;
   }
-  const DriverState state = StateOf(service);
+  const DriverState state =
+      CheckOwner(service) == SaidAlready ? DriverState::Foreign : StateOf(service);
   CloseServiceHandle(service);
   return state;
 }
@@ -249,6 +251,8 @@ void ReportUnreachable(unsigned long error) {
   switch (QueryDriver()) {
     case DriverState::NotInstalled:
       FailWithCode("", ERROR_SERVICE_DOES_NOT_EXIST);
+      break;
+    case DriverState::Foreign:
       break;
     case DriverState::Stopped:
     case DriverState::StopPending:

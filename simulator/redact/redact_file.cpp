@@ -89,13 +89,9 @@ int RedactStream(FILE* file, const char* name, const char* redactedName, char* t
   const size_t size = fread(text, 1, MaxScenarioBytes + size_t{1}, file);
   if (ferror(file) != 0) return FailFile(name);
   Redaction redaction = RedactText(text, static_cast<uint32_t>(size));
-  int result = Failed;
-  if (redaction.error.what != nullptr) {
-    result = FailText(name, text, &redaction.error);
-  } else {
-    result = WriteText(redactedName, text, size);
-    if (result == Done) PrintRedaction(&redaction);
-  }
+  const int result = redaction.error.what != nullptr ? FailText(name, text, &redaction.error)
+                                                     : WriteText(redactedName, text, size);
+  if (result == Done) PrintRedaction(&redaction);
   ReleaseRedaction(&redaction);
   return result;
 }

@@ -142,10 +142,9 @@ def measure_sizes(linux, windows):
     for folder, names in ((linux, ("wlanx", "wlanx-eng")),
                           (windows, ("wlanx.exe", "wlanx-eng.exe", "a8000ctl.exe", "a8000sim.sys"))):
         for name in names:
-            path = os.path.join(folder or "", name)
-            if folder is None or not os.path.exists(path):
+            if folder is None:
                 continue
-            size = os.path.getsize(path)
+            size = os.path.getsize(os.path.join(folder, name))
             broken = name == "wlanx.exe" and size > LARGEST_WINDOWS_TOOL
             over += broken
             print(f"{size:12} bytes  {name}{'  OVER' if broken else ''}")

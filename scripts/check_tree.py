@@ -58,7 +58,7 @@ def blocks(lines):
     layout of clang-format a block ends with the first line that begins with its brace."""
     start = None
     for number, line in enumerate(lines, 1):
-        if start is None and line.endswith("{") and not re.match(r'namespace|extern "C"', line):
+        if start is None and line.endswith("{") and not re.match(r'namespace|extern "C" {', line):
             start, kind = number, "table" if line.endswith("= {") else "function"
         elif start is not None and line.startswith("}"):
             if kind == "function" and line.startswith("};"):

@@ -1,7 +1,7 @@
 // Formatted output. The conversions are those of C's printf that the tool uses:
 //   %d %u %x %X %c %s with flags - 0, width, precision (also *); %lld %llu %llx; %% ;
 //   %S, a text of 16-bit little-endian characters; what is not ASCII prints as a question mark.
-// A number has at most 32 digits, leading zeros among them.
+// A number has at most 32 digits, leading zeros among them; a width by * is not negative.
 #pragma once
 
 #include <cstddef>

@@ -35,10 +35,10 @@ std::string Trace(const std::string& name, const std::string& other, const std::
          "\n# a comment\n0xFFFCF102 ok 0:" +
          Hex("SSID = " + name + " \nBSSID: " + written + "\n\"ESSID [1]\"=\"" + name + "\", " +
              name + "\nxSSID(2): " + other) +
-         "00" + address + "\n0xFFFCF002 if 0:08020000" + value +
-         " ok 0:0802000000000000\n0xFFFCF001 ok 0:04020000" + value +
-         "\n0xFFFCF001 ok 0:9010037400001210\n0xFFFCF01E ok 0:" + std::string(24, '0') + fuse +
-         "0102\n";
+         "00" + address + "\n0x0FFFC206 if 0:03" + address + " ok 0:02112233445566" +
+         "\n0xFFFCF002 if 0:08020000" + value + " ok 0:0802000000000000\n0xFFFCF001 ok 0:04020000" +
+         value + "\n0xFFFCF001 ok 0:9010037400001210\n0xFFFCF01E ok 0:" + std::string(24, '0') +
+         fuse + "0102\n";
 }
 
 TEST(Redact, ReplacesTheSameValueByTheSameStandIn) {

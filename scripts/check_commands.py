@@ -54,7 +54,8 @@ def places(own):
     else:
         path, name = "docs/engineering-commands.md", "wlanx-eng"
         text = read(path)
-        yield path, names(first_cells(text)), "a row with its arguments and requests"
+        headings = set(re.findall(r"\w+", "\n".join(re.findall(r"^### (.*)$", text, re.M))))
+        yield path, headings | names(first_cells(text)), "a row or a heading of its own"
     yield f'{path}, "Find a command"', names(section(text, "## Find a command")) | {"help"}, "a row"
     yield "CHANGELOG.md", names(read("CHANGELOG.md")), "a line"
     runs = [run for file in glob.glob("tests/cases/*.cases", root_dir=ROOT)

@@ -170,6 +170,20 @@ def check_constants(text, sources):
     return problems
 
 
+def check_names(text, sources):
+    """Compares the table after "<!-- sources: NAME -->" with the array of that name: the number or
+    bit and the text that the sources have for it, in neighbouring cells."""
+    problems = ""
+    for name, table in re.findall(r"^<!-- sources: (\w+) -->\n\n((?:\|.*\n)+)", text, re.M):
+        body = re.search(rf"\b{name}\[\](?:\[\d+\])? = \{{\s*(.*?)\}};", sources, re.S)[1]
+        numbers = re.findall(r"\{(0x[0-9A-F]{8}), ", body)
+        names = [text.removesuffix("\\n").strip() for text in re.findall(r'"([^"]*)"', body)]
+        array = set(zip(numbers or map(str, range(len(names))), names, strict=True))
+        cells = [pair for row in rows(table) for pair in zip(row, row[1:]) if re.match(r"\d", pair[0])]
+        problems += "".join(f"{name}: in one place only: {pair}\n" for pair in array ^ set(cells))
+    return problems
+
+
 def check_oids(text, requests):
     table = [row for row in rows(text) if row[0].startswith("0x")]
     declared = re.findall(r"constexpr uint32_t (Oid\w+) = (0x\w+);",
@@ -189,19 +203,19 @@ def main():
                         help="put what the examples print into the documents")
     options = parser.parse_args()
     problems, requests = {}, set()
+    sources = "".join(read(path) for path in glob.glob(f"{ROOT}/commands/**/*.*", recursive=True))
     for path in sorted(glob.glob("*.md", root_dir=ROOT) + glob.glob("docs/*.md", root_dir=ROOT)):
         text = read(path)
         with tempfile.TemporaryDirectory() as folder:
             session = Session(os.path.abspath(options.programs), folder)
             right = FENCE.sub(session.visit, text)
         requests |= session.requests
-        problems[path] = check_links(path, text) + check_patch(text)
+        problems[path] = check_links(path, text) + check_patch(text) + check_names(text, sources)
         if options.update:
             write(path, right)
         else:
             problems[path] += session.problems
     text = read(PROTOCOL)
-    sources = "".join(read(path) for path in glob.glob(f"{ROOT}/commands/**/*.*", recursive=True))
     problems[PROTOCOL] += check_records(text, sources) + check_constants(text, sources)
     problems[PROTOCOL] += check_oids(text, requests)
     for path, found in problems.items():

@@ -44,9 +44,10 @@ def check_links(folder):
             assert not anchor or f'id="{anchor}"' in check_documents.read(target), f"{path}: {link}"
 
 
-def check_batch_files(folder):
-    """Runs the lines behind "> " in the batch files' document as cmd does."""
-    text = check_documents.read("docs/commands.md")
+def check_batch_files(folder, document):
+    """Runs the lines after "> " in a document with batch files as cmd does."""
+    check_documents.ROOT = folder
+    text = check_documents.read(document)
     for name, lines in re.findall(r"^```bat (\S+)\n(.*?)^```", text, re.M | re.S):
         open(f"{folder}/{name}", "w", newline="\r\n").write(lines)
     runs = re.findall(r"^> (.*)\n((?!```|> ).*)", text, re.M)
@@ -90,7 +91,8 @@ def main(build, objdump):
         run(f"{engineering}/a8000ctl.exe", "install")
         for tool in (f"{program}/wlanx.exe", f"{engineering}/wlanx-eng.exe"):
             assert run(tool, "get_mac_add")[-1] == "MAC Address: 02-A8-00-5C-1D-42"
-        check_batch_files(program)
+        check_batch_files(program, "docs/commands.md")
+        check_batch_files(engineering, "docs/engineering-commands.md")
         run(f"{engineering}/a8000ctl.exe", "scenario", f"{engineering}/scenarios/refusal.a8000")
         assert run(f"{program}/wlanx.exe", "get_mac_add")[-1].startswith("Error")
         run(f"{build}/a8000ctl.exe", "install")

@@ -2,22 +2,13 @@
 
 #include "app/console/print.h"
 
-namespace {
+void* DeviceHandle = nullptr;
 
-constexpr char DevicePath[] = R"(\\.\A8000)";
-constexpr uint32_t IoctlNdisQueryGlobalStats = 0x00170002;  // IOCTL_NDIS_QUERY_GLOBAL_STATS
-
-}  // namespace
-
-HANDLE DeviceHandle = nullptr;
-
-HANDLE OpenDevice() {
+void* OpenDevice() {
   ConsoleFlush();
-  // CREATE_ALWAYS opens a device like any other disposition does; the driver expects it.
-  HANDLE device = CreateFileA(DevicePath, GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (device == INVALID_HANDLE_VALUE) {
-    ConsolePrintf("CreateFile I/O failed : %d\n", static_cast<int>(GetLastError()));
+  void* device = nullptr;
+  if (!DeviceOpen(&device)) {
+    ConsolePrintf("CreateFile I/O failed : %d\n", static_cast<int>(DeviceError()));
     ConsolePrintf("Driver is not ready. Please wait or reinstall driver, thanks!\n");
     return nullptr;
   }
@@ -26,14 +17,13 @@ HANDLE OpenDevice() {
 
 bool CloseDevice() {
   ConsoleFlush();
-  return CloseHandle(DeviceHandle) != 0;
+  return DeviceClose(DeviceHandle);
 }
 
 bool OidRequest(uint32_t oid, void* payload, uint32_t length, uint32_t* bytesReturned) {
   ConsoleFlush();
-  DWORD returned = 0;
-  bool accepted = DeviceIoControl(DeviceHandle, IoctlNdisQueryGlobalStats, &oid, sizeof(oid),
-                                  payload, length, &returned, nullptr) != 0;
+  uint32_t returned = 0;
+  const bool accepted = DeviceRequest(DeviceHandle, oid, payload, length, &returned);
   if (bytesReturned != nullptr) *bytesReturned = returned;
   return accepted;
 }

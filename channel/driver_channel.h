@@ -4,21 +4,21 @@
 
 #include <cstdint>
 
-#include "platform/device_io.h"
+#include "device/device.h"
 
 // The open device; null while closed or after a failed open. Only the program entry writes it.
-extern HANDLE DeviceHandle;
+extern void* DeviceHandle;
 
 // Opens \\.\A8000. On failure prints the error code and what to do, and returns null. A device
 // that opens may yield a null handle too.
-HANDLE OpenDevice();
+void* OpenDevice();
 
 // Closes DeviceHandle. Returns false when closing fails.
 bool CloseDevice();
 
 // Sends one OID with its payload and waits for the answer. The payload carries the question to the
 // driver and the answer back in the same bytes.
-// Returns false when the driver refuses; GetLastError() then holds the code.
+// Returns false when the driver refuses; DeviceError() then holds the code.
 // `bytesReturned`, where given, receives the count that the platform reports, on refusal too.
 bool OidRequest(uint32_t oid, void* payload, uint32_t length, uint32_t* bytesReturned = nullptr);
 

@@ -30,11 +30,11 @@ const char* AdviceFor(uint32_t code) {
 }  // namespace
 
 void PrintRequestError() {
-  ConsolePrintf("Error in DeviceIoControl : %d", static_cast<int>(GetLastError()));
+  ConsolePrintf("Error in DeviceIoControl : %d", static_cast<int>(DeviceError()));
 }
 
 void PrintRequestErrorLine() {
-  ConsolePrintf("Error in DeviceIoControl : %d\n", static_cast<int>(GetLastError()));
+  ConsolePrintf("Error in DeviceIoControl : %d\n", static_cast<int>(DeviceError()));
 }
 
 void PrintDriverErrorAdvice(uint32_t code) {

@@ -74,13 +74,13 @@ uint8_t* TakeBuffer(Input* input, size_t size, size_t filled) {
 
 void CallRequest(DriverFront* front, Input* input) {
   const uint32_t choice = Take(input, 1);
-  const uint32_t code = choice == 0 ? Take(input, 4) : QueryGlobalStats;
+  const uint32_t code = choice == 0 ? Take(input, 4) : IOCTL_NDIS_QUERY_GLOBAL_STATS;
   const uint32_t inputLength = choice == 1 ? Take(input, 1) : 4;
   const uint32_t length = choice < 128 ? Take(input, 1) : Take(input, 2) % 8193;
   uint8_t* oid = TakeBuffer(input, inputLength, inputLength);
   uint8_t* payload = TakeBuffer(input, length, choice % 16);
   const FrontReply reply = FrontRequest(front, code, oid, inputLength, payload, length);
-  Require(reply.failed || (code == QueryGlobalStats && inputLength == 4));
+  Require(reply.failed || (code == IOCTL_NDIS_QUERY_GLOBAL_STATS && inputLength == 4));
   const uint32_t status = StatusOfError(reply.error, reply.returned != 0);
   Require(!reply.failed || (status >> 31 == 1 && status != UINT32_MAX));
   free(payload);

@@ -18,8 +18,8 @@
 #include "app/command_table.h"
 #include "channel/driver_channel.h"
 #include "commands/radio/radio_commands.h"
+#include "device/device.h"
 #include "fuzz/host.h"
-#include "platform/device_io.h"
 #include "platform/process.h"
 
 namespace {
@@ -46,7 +46,7 @@ struct Run {
   bool open;
   int requests;
   int withoutInput;
-  DWORD lastError;
+  uint32_t lastError;
   int blockCount;
   void* blocks[MostBlocks];
   FILE* file;
@@ -83,8 +83,8 @@ void WriteAnswer(Run* run, uint8_t* payload, uint32_t length, uint32_t offset, u
 
 // Fills in an answer as the next bytes say: the low bits of the first choose what becomes of the
 // payload, the high ones the outcome. Returns whether the request succeeds.
-bool Answer(Run* run, uint8_t* payload, uint32_t length, DWORD* returned) {
-  constexpr DWORD Errors[] = {5, 31, 50, 87, 234, 0xFFFFFFFF};
+bool Answer(Run* run, uint8_t* payload, uint32_t length, uint32_t* returned) {
+  constexpr uint32_t Errors[] = {5, 31, 50, 87, 234, 0xFFFFFFFF};
   const uint8_t control = NextByte(run);
   switch (control & 7) {
     case 0:
@@ -211,45 +211,37 @@ void EndProcess(int status) {
   longjmp(Current()->ended, 1);
 }
 
-HANDLE CreateFileA(const char* /*path*/, DWORD /*access*/, DWORD /*sharing*/, void* /*security*/,
-                   DWORD /*disposition*/, DWORD /*attributes*/, HANDLE /*templateFile*/) {
+bool DeviceOpen(void** device) {
   Run* run = Current();
   Require(!run->open);
-  if ((run->flags & OpenFails) != 0) {
-    run->lastError = 2;
-    return INVALID_HANDLE_VALUE;
-  }
-  if ((run->flags & OpenYieldsNull) != 0) return nullptr;
-  run->open = true;
-  return run;
+  run->lastError = 2;
+  if ((run->flags & OpenFails) != 0) return false;
+  run->open = (run->flags & OpenYieldsNull) == 0;
+  *device = run->open ? run : nullptr;
+  return true;
 }
 
-BOOL DeviceIoControl(HANDLE handle, DWORD controlCode, void* input, DWORD inputLength, void* output,
-                     DWORD outputLength, DWORD* bytesReturned, void* /*overlapped*/) {
+bool DeviceRequest(void* device, uint32_t oid, void* payload, uint32_t length, uint32_t* returned) {
   Run* run = Current();
-  uint32_t oid = 0;
-  Require(handle == run && run->open && controlCode == 0x00170002 && inputLength == sizeof(oid));
-  memcpy(&oid, input, sizeof(oid));
-  Require(oid != 0 && ++run->requests < MostRequests);
-  auto* payload = static_cast<uint8_t*>(output);
-  Require(__asan_region_is_poisoned(payload, outputLength) == nullptr);
+  Require(device == run && run->open && oid != 0 && ++run->requests < MostRequests);
+  Require(__asan_region_is_poisoned(payload, length) == nullptr);
 
-  *bytesReturned = outputLength;
-  if (run->next < run->end) return Answer(run, payload, outputLength, bytesReturned) ? 1 : 0;
-  if (++run->withoutInput < AnsweredWithoutInput) return 1;
+  *returned = length;
+  if (run->next < run->end) return Answer(run, static_cast<uint8_t*>(payload), length, returned);
+  if (++run->withoutInput < AnsweredWithoutInput) return true;
   run->lastError = 31;
-  return 0;
+  return false;
 }
 
-BOOL CloseHandle(HANDLE handle) {
+bool DeviceClose(void* device) {
   Run* run = Current();
-  Require(handle == run && run->open);
+  Require(device == run && run->open);
   run->open = false;
   run->lastError = 6;
-  return (run->flags & CloseFails) != 0 ? 0 : 1;
+  return (run->flags & CloseFails) == 0;
 }
 
-DWORD GetLastError() {
+uint32_t DeviceError() {
   return Current()->lastError;
 }
 

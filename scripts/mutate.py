@@ -55,8 +55,8 @@ ROWS = {
 }
 
 # Other hosts' code, and what is compared with by its address only.
-LEFT_OUT = re.compile(r"^simulator/windows/|_windows\.cpp$")
-SOURCE = re.compile(r"^(app|channel|commands|platform|simulator)/.*\.(cpp|h|inc)$")
+LEFT_OUT = re.compile(r"^simulator/windows/|^device/(driver|recorded)_|_windows\.cpp$")
+SOURCE = re.compile(r"^(app|channel|commands|device|platform|simulator)/.*\.(cpp|h|inc)$")
 
 SWAPS = {"==": "!=", "!=": "==", "<": "<=", "<=": "<", ">": ">=", ">=": ">", "&&": "||",
          "||": "&&", "+": "-", "-": "+", "*": "+", "/": "*", "%": "/", "<<": ">>", ">>": "<<",

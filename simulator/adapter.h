@@ -6,14 +6,9 @@
 
 #include "simulator/scenario.h"
 
-// The device's control code, IOCTL_NDIS_QUERY_GLOBAL_STATS, and the error codes of the calls that
-// no scenario answers; the hosts that the adapter runs in check them alike.
-constexpr uint32_t QueryGlobalStats = 0x00170002;
-constexpr uint32_t ErrorInvalidFunction = 1;
-constexpr uint32_t ErrorFileNotFound = 2;
+// The error codes of the calls that no scenario answers.
 constexpr uint32_t ErrorNotEnoughMemory = 8;
 constexpr uint32_t ErrorNotSupported = 50;
-constexpr uint32_t ErrorInvalidParameter = 87;
 
 // How many different registers can be written; a write beyond them fails with 8.
 constexpr uint32_t MaxWrittenRegisters = 1024;

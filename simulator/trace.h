@@ -43,6 +43,20 @@ void TraceAnswer(Trace* trace, const RequestResult* result, const uint8_t* paylo
 // Adds a comment to the line of a request that was not served.
 void TraceUnserved(Trace* trace, const NearestRule* nearest);
 
+// Lets the adapter answer a request and records it; a null trace records nothing.
+inline RequestResult TracedRequest(Adapter* adapter, Trace* trace, uint32_t oid, uint8_t* payload,
+                                   uint32_t length) {
+  if (trace == nullptr) return AdapterRequest(adapter, oid, payload, length);
+  TraceRequest(trace, oid, payload, length);
+  const RequestResult result = AdapterRequest(adapter, oid, payload, length);
+  TraceAnswer(trace, &result, payload, length);
+  if (result.unserved) {
+    const NearestRule nearest = FindNearestRule(adapter, oid, payload, length);
+    TraceUnserved(trace, &nearest);
+  }
+  return result;
+}
+
 // Writes the comment that stands at the end of a trace with calls left out; `line` takes
 // LeftOutLineBytes. Returns its length.
 uint32_t FormatLeftOut(uint32_t leftOut, char* line);

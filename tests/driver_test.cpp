@@ -3,6 +3,9 @@
 // driver_test device|requests|service: sends one request, or many; or opens the driver's service.
 //   Says how that went and waits to be killed.
 #include <windows.h>
+#include <winioctl.h>
+// Needs what stands before it.
+#include <ntddndis.h>
 
 #include <cstdint>
 #include <cstdio>
@@ -12,8 +15,6 @@
 #include "simulator/windows/control_protocol.h"
 
 namespace {
-
-constexpr DWORD QueryGlobalStats = 0x00170002;
 
 struct Driver {
   HANDLE device;
@@ -54,7 +55,7 @@ Answer Call(HANDLE device, DWORD code, void* input, size_t inputLength, void* ou
 }
 
 Answer Ask(HANDLE device, uint32_t oid, void* payload, size_t length) {
-  return Call(device, QueryGlobalStats, &oid, sizeof(oid), payload, length);
+  return Call(device, IOCTL_NDIS_QUERY_GLOBAL_STATS, &oid, sizeof(oid), payload, length);
 }
 
 Scenario* Text() {
@@ -91,7 +92,7 @@ void CheckLengths(Driver* driver) {
 
   uint8_t input[8] = {1};
   for (const size_t length : {0U, 1U, 3U, 5U, 8U}) {
-    answer = Call(driver->device, QueryGlobalStats, input, length, payload, 8);
+    answer = Call(driver->device, IOCTL_NDIS_QUERY_GLOBAL_STATS, input, length, payload, 8);
     Check(driver, answer.error == 87, "an OID has four bytes");
   }
   for (const DWORD code : {0x00170000U, 0x00170001U, 0x00170003U, 0x00170006U, 0U}) {
@@ -156,7 +157,8 @@ void CheckScenarios(Driver* driver) {
 void CheckControl(Driver* driver) {
   uint8_t bytes[128] = {};
   HANDLE control = driver->control;
-  Check(driver, Call(control, QueryGlobalStats, bytes, 4, bytes, 4).error == 1, "other codes");
+  Check(driver, Call(control, IOCTL_NDIS_QUERY_GLOBAL_STATS, bytes, 4, bytes, 4).error == 1,
+        "other codes");
   Check(driver, Call(control, ControlLoadScenario, bytes, 3, bytes, 128).error == 87, "no header");
   Check(driver, Call(control, ControlLoadScenario, bytes, 4, bytes, 75).error == 122, "no room");
   Check(driver, Call(control, ControlLoadBuiltin, bytes, 5, bytes, 0).error == 87, "length");

@@ -9,14 +9,14 @@
 #include "app/console/print.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/radio/radio_commands.h"
-#include "platform/device_io.h"
+#include "device/device.h"
 
 namespace {
 
 // Returns 0, or the code of a refusal; what it leaves in the payload is the answer.
-DWORD (*Answer)(uint32_t* payload);
+uint32_t (*Answer)(uint32_t* payload);
 std::string Requests;  // a line for each: its code, then its words up to the last that is not 0
-DWORD Refusal;
+uint32_t Refusal;
 
 std::string Hex(uint32_t word) {
   char text[9];
@@ -40,7 +40,7 @@ std::string AfterRunning(int (*handler)(int, char**), Words... words) {
 
 // Every answer is one more than the value that the question carried, one is for another address,
 // and the second word of the UMAC entry is refused.
-DWORD CountUp(uint32_t* access) {
+uint32_t CountUp(uint32_t* access) {
   if (access[0] == 0x820C5FC4) return 31;
   if (access[0] == 0x820D7F04) access[0] = 0x12345678;
   access[1]++;
@@ -76,7 +76,7 @@ TEST(FixedRate, IsForOneStationFromUseWcidToApplyAll) {
            std::to_string(useWcid) + "\n";
   };
   const char rate[] = "5-1-0-7-1-0-0-0-0-0";
-  Answer = [](uint32_t* /*payload*/) { return DWORD{0}; };
+  Answer = [](uint32_t* /*payload*/) { return uint32_t{0}; };
   EXPECT_EQ(AfterRunning(HandleFixedRateCommand, "fixedrate", "UseWCID"),
             "nicctl fixedrate UseWCID (not support now!)\nUpdate fgIsUseWCID 1\nstatus 1\n");
   EXPECT_EQ(AfterRunning(HandleFixedRateCommand, "fixedrate", rate),
@@ -89,28 +89,27 @@ TEST(FixedRate, IsForOneStationFromUseWcidToApplyAll) {
 
 }  // namespace
 
-HANDLE CreateFileA(const char* /*path*/, DWORD /*access*/, DWORD /*sharing*/, void* /*security*/,
-                   DWORD /*disposition*/, DWORD /*attributes*/, HANDLE /*templateFile*/) {
-  return INVALID_HANDLE_VALUE;
+bool DeviceOpen(void** /*device*/) {
+  return false;
 }
 
-BOOL DeviceIoControl(HANDLE /*device*/, DWORD /*controlCode*/, void* input, DWORD /*inputLength*/,
-                     void* output, DWORD outputLength, DWORD* bytesReturned, void* /*overlapped*/) {
-  auto* payload = static_cast<uint32_t*>(output);
-  uint32_t used = outputLength / 4;
-  while (used > 0 && payload[used - 1] == 0) used--;
-  Requests += Hex(*static_cast<uint32_t*>(input));
-  for (uint32_t i = 0; i < used; i++) Requests += " " + Hex(payload[i]);
+bool DeviceRequest(void* /*device*/, uint32_t oid, void* payload, uint32_t length,
+                   uint32_t* returned) {
+  auto* words = static_cast<uint32_t*>(payload);
+  uint32_t used = length / 4;
+  while (used > 0 && words[used - 1] == 0) used--;
+  Requests += Hex(oid);
+  for (uint32_t i = 0; i < used; i++) Requests += " " + Hex(words[i]);
   Requests += "\n";
-  *bytesReturned = outputLength;
-  Refusal = Answer(payload);
-  return Refusal == 0 ? 1 : 0;
+  *returned = length;
+  Refusal = Answer(words);
+  return Refusal == 0;
 }
 
-BOOL CloseHandle(HANDLE /*device*/) {
-  return 1;
+bool DeviceClose(void* /*device*/) {
+  return true;
 }
 
-DWORD GetLastError() {
+uint32_t DeviceError() {
   return Refusal;
 }

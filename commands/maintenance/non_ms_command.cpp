@@ -12,7 +12,7 @@
 namespace {
 
 int ReportFailure() {
-  ConsolePrintf("LP Support NonMS Fail : %d", static_cast<int>(GetLastError()));
+  ConsolePrintf("LP Support NonMS Fail : %d", static_cast<int>(DeviceError()));
   return 1;
 }
 

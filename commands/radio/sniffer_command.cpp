@@ -100,7 +100,7 @@ int SwitchOn(char** argv) {
 
   request.u4Subcommand = SubcommandOn;
   if (!OidRequest(OidSniffer, &request)) {
-    if (GetLastError() == ErrorAdapterInUse) {
+    if (DeviceError() == ErrorAdapterInUse) {
       ConsolePrintf("Network is activated\n");
       ConsolePrintf("Please disconnect network or disable mobile hotspot\n");
     } else {

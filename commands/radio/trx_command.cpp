@@ -38,7 +38,7 @@ int HandleTRxCommand(int argc, char** argv) {
   TRxModeRequest request = {};
   if (!ReadMode(argc, argv, &request)) return IncorrectParameters();
   if (!OidRequest(OidTRxMode, &request)) {
-    PrintDriverErrorAdvice(GetLastError());
+    PrintDriverErrorAdvice(DeviceError());
     return 1;
   }
   ConsolePrintf("Apply successfully.\n");

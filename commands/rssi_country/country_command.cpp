@@ -65,7 +65,7 @@ int SetPowerTable(uint32_t subcommand, const char* country, const char* done) {
     request.aucCountry[i] = static_cast<uint8_t>(country[i]);
   }
   if (!Send(subcommand, &request)) {
-    if (GetLastError() != ErrorAccessDenied) return RequestRefused(1);
+    if (DeviceError() != ErrorAccessDenied) return RequestRefused(1);
     ConsolePrintf("SmartCountryDecisionEn is disabled");
     return 1;
   }

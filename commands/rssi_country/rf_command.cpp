@@ -38,7 +38,7 @@ int HandleRfCommand(int argc, char** argv) {
 
   ConsolePrintf("Channel Scanning, %s......\n", ssid);
   if (!OidRequest(OidRssiCheck, &request)) {
-    if (GetLastError() == ErrorNetworkNotFound) {
+    if (DeviceError() == ErrorNetworkNotFound) {
       ConsolePrintf("Cannot find SSID, %s", ssid);
     } else {
       PrintRequestError();

@@ -154,7 +154,7 @@ int HandleExportRssiReportCommand(int argc, char** argv) {
   }
   CopyText(request.acSsid, sizeof(request.acSsid), argv[argc - 3]);
   if (!OidRequest(OidRssiCheck, &request)) {
-    if (GetLastError() == ErrorNetworkNotFound) {
+    if (DeviceError() == ErrorNetworkNotFound) {
       return WriteErrorFile(echo, "Can't find SSID", CodeNetworkNotFound);
     }
     return WriteErrorFile(echo, "Error in DeviceIoControl", CodeRequest);

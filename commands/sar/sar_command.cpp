@@ -31,7 +31,7 @@ constexpr Subcommand Subcommands[] = {
 // about what was asked.
 bool DriverTakesLength(uint32_t recordLength) {
   AcpiTableQuery record = {};
-  return OidRequest(OidAcpiTable, record.bytes, recordLength) || GetLastError() != ErrorMoreData;
+  return OidRequest(OidAcpiTable, record.bytes, recordLength) || DeviceError() != ErrorMoreData;
 }
 
 }  // namespace

@@ -145,7 +145,7 @@ bool IssueSarQuery(const SarLayout& layout, AcpiTableQuery* record, SarView view
   record->bytes[Is6GAt] = is6G;
 
   if (OidRequest(OidAcpiTable, record->bytes, layout.recordLength)) return true;
-  *errorCode = GetLastError();
+  *errorCode = DeviceError();
   return false;
 }
 

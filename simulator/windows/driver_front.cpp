@@ -9,6 +9,9 @@
 
 namespace {
 
+constexpr uint32_t ErrorInvalidFunction = 1;
+constexpr uint32_t ErrorFileNotFound = 2;
+constexpr uint32_t ErrorInvalidParameter = 87;
 constexpr uint32_t ErrorInsufficientBuffer = 122;
 
 constexpr FrontReply Refusal(uint32_t error) {
@@ -171,19 +174,13 @@ FrontReply FrontClose(DriverFront* front) {
 FrontReply FrontRequest(DriverFront* front, uint32_t code, const void* input, uint32_t inputLength,
                         void* payload, uint32_t length) {
   uint32_t oid = 0;
-  if (code != QueryGlobalStats) return Refusal(ErrorInvalidFunction);
+  if (code != IOCTL_NDIS_QUERY_GLOBAL_STATS) return Refusal(ErrorInvalidFunction);
   if (inputLength != sizeof(oid)) return Refusal(ErrorInvalidParameter);
   if (length > MaxPayloadBytes) return Refusal(ErrorInvalidParameter);
   memcpy(&oid, input, sizeof(oid));
 
   auto* bytes = static_cast<uint8_t*>(payload);
-  TraceRequest(&front->trace, oid, bytes, length);
-  const RequestResult result = AdapterRequest(&front->adapter, oid, bytes, length);
-  TraceAnswer(&front->trace, &result, bytes, length);
-  if (result.unserved) {
-    const NearestRule nearest = FindNearestRule(&front->adapter, oid, bytes, length);
-    TraceUnserved(&front->trace, &nearest);
-  }
+  const RequestResult result = TracedRequest(&front->adapter, &front->trace, oid, bytes, length);
   front->requests++;
   return Reply(result.call, result.returned);
 }

@@ -7,6 +7,9 @@
 #include "simulator/adapter.h"
 #include "simulator/windows/trace_store.h"
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name of the Windows headers.
+constexpr uint32_t IOCTL_NDIS_QUERY_GLOBAL_STATS = 0x00170002;
+
 struct DriverFront {
   HostMemory memory;
   void* scenarioMemory;  // the scenario in force, with its counters

@@ -25,8 +25,8 @@ TEST(DriverFront, OpensOnTheChannelsTermsOnly) {
   const uint32_t traced = front.trace.bytes;
   const uint32_t oid = 1;
   // The payload is not looked at: there is none.
-  const FrontReply reply =
-      FrontRequest(&front, QueryGlobalStats, &oid, sizeof(oid), nullptr, MaxPayloadBytes + 1);
+  const FrontReply reply = FrontRequest(&front, IOCTL_NDIS_QUERY_GLOBAL_STATS, &oid, sizeof(oid),
+                                        nullptr, MaxPayloadBytes + 1);
   EXPECT_TRUE(reply.failed && reply.error == 87 && reply.returned == 0);
   EXPECT_TRUE(front.trace.bytes == traced && front.requests == 0);
   FrontStop(&front);

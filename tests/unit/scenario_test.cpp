@@ -6,8 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/device_io.h"
-#include "platform/trace_file.h"
+#include "device/trace_file.h"
 #include "simulator/adapter.h"
 #include "simulator/scenario_memory.h"
 #include "simulator/scenario_parser.h"
@@ -209,12 +208,7 @@ std::string ReadFile(const std::string& name) {
 void Call(Loaded* loaded, Trace* trace, std::string payload) {
   auto* bytes = reinterpret_cast<uint8_t*>(payload.data());
   const auto length = static_cast<uint32_t>(payload.size());
-  TraceRequest(trace, 0xFEDCBA05, bytes, length);
-  const RequestResult result = AdapterRequest(&loaded->adapter, 0xFEDCBA05, bytes, length);
-  TraceAnswer(trace, &result, bytes, length);
-  if (!result.unserved) return;
-  const NearestRule nearest = FindNearestRule(&loaded->adapter, 0xFEDCBA05, bytes, length);
-  TraceUnserved(trace, &nearest);
+  TracedRequest(&loaded->adapter, trace, 0xFEDCBA05, bytes, length);
 }
 
 // The trace of a few requests from opening to closing.
@@ -303,32 +297,6 @@ TEST(Trace, KeepsToWhatAScenarioMayHold) {
     Load(&replayed, text);
     EXPECT_EQ(replayed.scenario.ruleCount, file.trace.rules);
   }
-  remove(name.c_str());
-}
-
-TEST(SimulatedDevice, RecordsNothingThatItRefuses) {
-  constexpr DWORD Code = 0x00170002;
-  const std::string name = testing::TempDir() + "trace_refusals";
-  setenv("A8000_TRACE", name.c_str(), 1);
-  unsetenv("A8000_SCENARIO");
-  const auto open = [](const char* path, DWORD sharing) {
-    return CreateFileA(path, GENERIC_READ | GENERIC_WRITE, sharing, nullptr, CREATE_ALWAYS,
-                       FILE_ATTRIBUTE_NORMAL, nullptr);
-  };
-  char data[8] = {};
-  HANDLE device = open("\\\\.\\A8000", 0);
-  EXPECT_FALSE(DeviceIoControl(data, Code, data, 4, data, 8, nullptr, nullptr));
-  EXPECT_EQ(GetLastError(), 6U);
-  EXPECT_FALSE(DeviceIoControl(device, 1, data, 4, data, 8, nullptr, nullptr));
-  EXPECT_EQ(GetLastError(), 1U);
-  EXPECT_FALSE(DeviceIoControl(device, Code, data, 3, data, 8, nullptr, nullptr));
-  EXPECT_EQ(GetLastError(), 87U);
-  EXPECT_TRUE(CloseHandle(device));
-  EXPECT_EQ(open("\\\\.\\A8001", 0), INVALID_HANDLE_VALUE);
-  EXPECT_EQ(GetLastError(), 2U);
-  EXPECT_EQ(open("\\\\.\\A8000", 1), INVALID_HANDLE_VALUE);
-  EXPECT_EQ(GetLastError(), 87U);
-  EXPECT_EQ(ReadFile(name), "open ok\nclose ok\n");
   remove(name.c_str());
 }
 

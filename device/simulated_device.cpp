@@ -1,17 +1,14 @@
-// The device's four calls on hosts that have no driver for it: the simulated adapter answers in
-// the tool's own process. A8000_SCENARIO names the scenario file (the built-in scenario without
-// it), A8000_TRACE a file that every call is recorded in.
-#ifndef _WIN32
-
+// The device's calls on hosts that have no driver for it: the simulated adapter answers in the
+// tool's own process. A8000_SCENARIO names the scenario file (the built-in scenario without it),
+// A8000_TRACE a file that every call is recorded in.
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 
-#include "platform/device_io.h"
-#include "platform/trace_file.h"
+#include "device/device.h"
+#include "device/trace_file.h"
 #include "simulator/adapter.h"
 #include "simulator/builtin_scenario.h"
 #include "simulator/scenario_error.h"
@@ -20,16 +17,10 @@
 
 namespace {
 
-constexpr char DevicePath[] = R"(\\.\A8000)";
-
-constexpr DWORD ErrorInvalidHandle = 6;
-constexpr DWORD ErrorInvalidData = 13;
+constexpr uint32_t ErrorInvalidData = 13;
 
 struct SimulatedDevice {
-  bool started;   // the two variables have been read
-  bool unusable;  // the scenario or the trace file could not be used
-  bool open;
-  DWORD lastError;
+  uint32_t lastError;
   Adapter adapter;
   Scenario scenario;  // one that was read from a file
   void* memory;       // the scenario's records, the adapter's counters
@@ -144,89 +135,55 @@ bool LoadBuiltinScenario(SimulatedDevice* device) {
   return true;
 }
 
-// Reads the two variables at the first call that touches the device.
-void Start(SimulatedDevice* device) {
-  if (device->started) return;
-  device->started = true;
-
+// Reads the two variables. Returns false, after a message, where a file cannot be used.
+bool Start(SimulatedDevice* device) {
   const char* scenarioName = HostVariable("A8000_SCENARIO");
-  device->unusable =
-      scenarioName == nullptr ? !LoadBuiltinScenario(device) : !LoadScenario(device, scenarioName);
+  const bool loaded =
+      scenarioName == nullptr ? LoadBuiltinScenario(device) : LoadScenario(device, scenarioName);
 
   const char* traceName = HostVariable("A8000_TRACE");
-  if (traceName == nullptr) return;
+  if (traceName == nullptr) return loaded;
   device->tracing = CreateTraceFile(&device->trace, traceName);
-  if (!device->tracing) device->unusable = true;
+  return loaded && device->tracing;
 }
 
-// Sets the last-error code of a failed call.
-BOOL Refuse(SimulatedDevice* device, DWORD error) {
-  device->lastError = error;
-  return 0;
+Trace* TraceOf(SimulatedDevice* device) {
+  return device->tracing ? &device->trace.trace : nullptr;
 }
 
-HANDLE RefuseOpening(SimulatedDevice* device, DWORD error) {
-  Refuse(device, error);
-  return INVALID_HANDLE_VALUE;
+// Keeps the code of a failed call. Returns whether the call succeeded.
+bool Succeeded(SimulatedDevice* device, CallResult result) {
+  if (result.outcome != Outcome::Fails) return true;
+  device->lastError = result.error;
+  return false;
 }
 
 }  // namespace
 
-HANDLE CreateFileA(const char* path, DWORD access, DWORD sharing, void* /*security*/,
-                   DWORD disposition, DWORD attributes, HANDLE /*templateFile*/) {
+bool DeviceOpen(void** device) {
   SimulatedDevice* simulated = Device();
-  Start(simulated);
-  const bool channelParameters = access == (GENERIC_READ | GENERIC_WRITE) && sharing == 0 &&
-                                 disposition == CREATE_ALWAYS &&
-                                 attributes == FILE_ATTRIBUTE_NORMAL;
-  if (path == nullptr || strcmp(path, DevicePath) != 0) {
-    return RefuseOpening(simulated, ErrorFileNotFound);
-  }
-  if (!channelParameters) return RefuseOpening(simulated, ErrorInvalidParameter);
   CallResult result = {Outcome::Fails, ErrorInvalidData};
-  if (!simulated->unusable) result = AdapterOpen(&simulated->adapter);
+  if (Start(simulated)) result = AdapterOpen(&simulated->adapter);
   if (simulated->tracing) TraceOpen(&simulated->trace.trace, result);
-  if (result.outcome == Outcome::Fails) return RefuseOpening(simulated, result.error);
-  if (result.outcome == Outcome::YieldsNull) return nullptr;
-  simulated->open = true;
-  return simulated;
+  *device = result.outcome == Outcome::YieldsNull ? nullptr : simulated;
+  return Succeeded(simulated, result);
 }
 
-BOOL DeviceIoControl(HANDLE device, DWORD controlCode, void* input, DWORD inputLength, void* output,
-                     DWORD outputLength, DWORD* bytesReturned, void* /*overlapped*/) {
-  SimulatedDevice* simulated = Device();
-  uint32_t oid = 0;
-  if (device != simulated || !simulated->open) return Refuse(simulated, ErrorInvalidHandle);
-  if (controlCode != QueryGlobalStats) return Refuse(simulated, ErrorInvalidFunction);
-  if (inputLength != sizeof(oid)) return Refuse(simulated, ErrorInvalidParameter);
-  memcpy(&oid, input, sizeof(oid));
-
-  auto* payload = static_cast<uint8_t*>(output);
-  Trace* trace = simulated->tracing ? &simulated->trace.trace : nullptr;
-  if (trace != nullptr) TraceRequest(trace, oid, payload, outputLength);
-  const RequestResult result = AdapterRequest(&simulated->adapter, oid, payload, outputLength);
-  if (trace != nullptr) TraceAnswer(trace, &result, payload, outputLength);
-  if (trace != nullptr && result.unserved) {
-    const NearestRule nearest = FindNearestRule(&simulated->adapter, oid, payload, outputLength);
-    TraceUnserved(trace, &nearest);
-  }
-  if (bytesReturned != nullptr) *bytesReturned = result.returned;
-  if (result.call.outcome == Outcome::Fails) return Refuse(simulated, result.call.error);
-  return 1;
+bool DeviceRequest(void* device, uint32_t oid, void* payload, uint32_t length, uint32_t* returned) {
+  auto* simulated = static_cast<SimulatedDevice*>(device);
+  const RequestResult result = TracedRequest(&simulated->adapter, TraceOf(simulated), oid,
+                                             static_cast<uint8_t*>(payload), length);
+  *returned = result.returned;
+  return Succeeded(simulated, result.call);
 }
 
-BOOL CloseHandle(HANDLE device) {
-  SimulatedDevice* simulated = Device();
-  if (device != simulated || !simulated->open) return Refuse(simulated, ErrorInvalidHandle);
+bool DeviceClose(void* device) {
+  auto* simulated = static_cast<SimulatedDevice*>(device);
   const CallResult result = AdapterClose(&simulated->adapter);
   if (simulated->tracing) TraceClose(&simulated->trace.trace, result);
-  if (result.outcome == Outcome::Fails) return Refuse(simulated, result.error);
-  simulated->open = false;
-  return 1;
+  return Succeeded(simulated, result);
 }
 
-DWORD GetLastError() {
+uint32_t DeviceError() {
   return Device()->lastError;
 }
-
-#endif

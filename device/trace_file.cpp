@@ -1,4 +1,4 @@
-#include "platform/trace_file.h"
+#include "device/trace_file.h"
 
 #include <cstring>
 

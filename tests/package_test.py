@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Makes both packages, unpacks them, checks the checksums, follows the links of their documents and
-runs what is in them, the documents' batch files too."""
+"""Makes both packages, unpacks them, checks the checksums, follows the links of their documents, looks
+for what their readers do not have, and runs what is in them, the documents' examples too."""
 
 import glob
 import hashlib
@@ -12,7 +12,7 @@ import tempfile
 import zipfile
 
 import check_documents
-from run_cases import STARTER
+from run_cases import BANNER, STARTER
 
 
 def unpack(archive, folder):
@@ -30,10 +30,13 @@ def unpack(archive, folder):
     return folder
 
 
-def check_links(folder):
+def check_texts(folder, edition):
     check_documents.ROOT = folder
     for path in glob.glob("**/*.md", root_dir=folder, recursive=True):
-        problems = check_documents.check_links(path, check_documents.read(path))
+        text = check_documents.read(path)
+        problems = check_documents.check_links(path, text)
+        if not {path, f"docs/{path}"} & set(check_documents.UNFIT):
+            problems += check_documents.check_readers(edition, text)
         assert not problems, f"{path}: {problems}"
         with open(f"{folder}/{path[:-3]}.html", encoding="utf-8") as file:
             page = file.read()
@@ -44,18 +47,27 @@ def check_links(folder):
             assert not anchor or f'id="{anchor}"' in check_documents.read(target), f"{path}: {link}"
 
 
-def check_batch_files(folder, document):
-    """Runs the lines after "> " in a document with batch files as cmd does."""
+def check_examples(folder, document):
+    """Runs what a document of a package lets one type, one cmd for each of its blocks."""
     check_documents.ROOT = folder
-    text = check_documents.read(document)
-    for name, lines in re.findall(r"^```bat (\S+)\n(.*?)^```", text, re.M | re.S):
-        open(f"{folder}/{name}", "w", newline="\r\n").write(lines)
-    runs = re.findall(r"^> (.*)\n((?!```|> ).*)", text, re.M)
-    assert runs
-    for line, shown in runs:
-        done = subprocess.run([*STARTER, "cmd", "/c", line], cwd=folder, stdin=subprocess.DEVNULL,
-                              stdout=subprocess.PIPE, text=True)
-        assert done.stdout == shown + "\n", f"{line}: {done.stdout}"
+    blocks = check_documents.FENCE.findall(check_documents.read(document))
+    for _, name, text in blocks:
+        if name:
+            check_documents.write(name, text.replace("\n", "\r\n"))
+    runs = [text for _, _, text in blocks if text.startswith("> ")]
+    assert runs, document
+    for text in runs:
+        pieces = [piece.partition("\n") for piece in re.split(r"^> ", text, flags=re.M)[1:]]
+        check_documents.write("block.cmd", "".join(
+            f"@{'' if line.startswith(('set', 'echo')) else 'call '}{line}\r\n@echo =\r\n"
+            for line, _, _ in pieces))
+        done = subprocess.run([*STARTER, "cmd", "/c", "block.cmd"], cwd=folder,
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE)
+        output = done.stdout.replace(b"\r", b"").split(b"=\n")
+        for (line, _, shown), printed in zip(pieces, output, strict=False):
+            printed = BANNER.sub(b"", printed, count=1).rstrip()
+            if not line.startswith("a8000ctl"):
+                assert check_documents.fits(shown.rstrip().encode(), printed), f"{line}: {printed}"
 
 
 def check_program(path, objdump):
@@ -85,14 +97,15 @@ def main(build, objdump):
         program = unpack(f"{folder}/wlanx-1.0.0.70-win64.zip", folder)
         engineering = unpack(f"{folder}/wlanx-engineering-1.0.0.70-win64.zip", folder)
         check_program(f"{program}/wlanx.exe", objdump)
-        check_links(engineering)
-        check_links(program)
+        check_texts(engineering, "engineering")
+        check_texts(program, "program")
         # The driver is the one in the package, too.
         run(f"{engineering}/a8000ctl.exe", "install")
         for tool in (f"{program}/wlanx.exe", f"{engineering}/wlanx-eng.exe"):
             assert run(tool, "get_mac_add")[-1] == "MAC Address: 02-A8-00-5C-1D-42"
-        check_batch_files(program, "docs/commands.md")
-        check_batch_files(engineering, "docs/engineering-commands.md")
+        check_examples(program, "docs/commands.md")
+        for document in ("commands.md", "usage-texts.md", "engineering-commands.md"):
+            check_examples(engineering, f"docs/{document}")
         run(f"{engineering}/a8000ctl.exe", "scenario", f"{engineering}/scenarios/refusal.a8000")
         assert run(f"{program}/wlanx.exe", "get_mac_add")[-1].startswith("Error")
         run(f"{build}/a8000ctl.exe", "install")

@@ -100,10 +100,11 @@ class Example:
     def fence(self, text):
         if "\n$ " not in text:
             return renamed(text, self.edition)
-        head, _, body = text.partition("\n")
+        head, _, body = text.removesuffix("```").partition("\n")
         if "A8000_SCENARIO" in body:
             self.loaded = ""  # each such block says which scenario it needs
-        return head + "\n" + "".join(map(self.piece, re.split(r"^(?=\$ )", body, flags=re.M)))
+        pieces = map(self.piece, re.split(r"^(?=\$ )", body, flags=re.M))
+        return f"{head}\n{''.join(pieces)}```"
 
 
 def in_package(text, folder, places, edition):

@@ -66,8 +66,8 @@ TEST(Print, WritesOutWhatIsTooMuchToKeep) {
   testing::internal::CaptureStdout();
   for (int i = 0; i < 4000; i++) {
     ConsolePrintf("%d%.*s|%-5s\n", i, i, i % 1000 == 7 ? tooLong.c_str() : "abcdefghij", "z");
-    expected +=
-        std::to_string(i) + (i % 1000 == 7 ? tooLong : "abcdefghij").substr(0, i) + "|z    \n";
+    const std::string text = i % 1000 == 7 ? tooLong : "abcdefghij";
+    expected += std::to_string(i) + text.substr(0, static_cast<size_t>(i)) + "|z    \n";
   }
   ConsolePrintf("%s", tooLong.c_str());
   ConsoleFlush();

@@ -8,7 +8,8 @@ namespace {
 
 std::string Hex(const std::string& bytes) {
   std::string hex;
-  for (const unsigned char byte : bytes) {
+  for (const char each : bytes) {
+    const auto byte = static_cast<uint8_t>(each);
     hex += "0123456789abcdef"[byte >> 4];
     hex += "0123456789abcdef"[byte & 15];
   }

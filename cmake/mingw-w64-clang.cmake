@@ -10,7 +10,5 @@ set(headers "${gcc_folder}/include/c++")
 set(CMAKE_CXX_FLAGS_INIT "-isystem \"${headers}\" -isystem \"${headers}/x86_64-w64-mingw32\"")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-L\"${gcc_folder}\"")
 
-set(CMAKE_C_COMPILER clang)
 set(CMAKE_CXX_COMPILER clang++)
-set(CMAKE_C_COMPILER_TARGET x86_64-w64-mingw32)
 set(CMAKE_CXX_COMPILER_TARGET x86_64-w64-mingw32)

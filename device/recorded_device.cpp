@@ -46,6 +46,7 @@ bool DeviceRequest(void* device, uint32_t oid, void* payload, uint32_t length, u
   if (!recorder->tracing) return KernelRequest(device, oid, payload, length, returned);
   Trace* trace = &recorder->file.trace;
   const auto* bytes = static_cast<const uint8_t*>(payload);
+  TraceSent(trace, oid, bytes, length);
   TraceRequest(trace, oid, bytes, length);
   const bool accepted = KernelRequest(device, oid, payload, length, returned);
   const DWORD error = GetLastError();

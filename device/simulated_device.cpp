@@ -171,8 +171,10 @@ bool DeviceOpen(void** device) {
 
 bool DeviceRequest(void* device, uint32_t oid, void* payload, uint32_t length, uint32_t* returned) {
   auto* simulated = static_cast<SimulatedDevice*>(device);
-  const RequestResult result = TracedRequest(&simulated->adapter, TraceOf(simulated), oid,
-                                             static_cast<uint8_t*>(payload), length);
+  auto* bytes = static_cast<uint8_t*>(payload);
+  Trace* trace = TraceOf(simulated);
+  if (trace != nullptr) TraceSent(trace, oid, bytes, length);
+  const RequestResult result = TracedRequest(&simulated->adapter, trace, oid, bytes, length);
   *returned = result.returned;
   return Succeeded(simulated, result.call);
 }

@@ -12,25 +12,36 @@ bool TakePiece(void* context, const char* bytes, uint32_t size) {
   return true;
 }
 
-// Writes the line and the comment on what is left out, which the next line takes the place of.
-void WriteLine(void* context, bool kept) {
+// Writes the line, and the comment on what is left out, which the next line takes the place of.
+// That on a request on its way comes last and is on the disk before the request goes.
+void WriteLine(void* context, LineEnd end) {
   auto* trace = static_cast<TraceFile*>(context);
-  const uint32_t lineBytes = kept ? trace->used : 0;
-  uint32_t size = lineBytes;
+  const uint32_t lineBytes = end == LineEnd::Dropped ? 0 : trace->used;
+  const uint32_t kept = end == LineEnd::Kept ? lineBytes : 0;
+  const uint32_t start = trace->trace.bytes;
   trace->used = 0;
-  if (trace->file == NoHostFile) return;
+  if (trace->file == NoHostFile || (end == LineEnd::Replaced && !trace->seeks)) return;
+  uint32_t size = lineBytes;
   if (trace->trace.leftOut > 0) {
-    size += FormatLeftOut(trace->trace.leftOut, trace->line + lineBytes);
+    char comment[LeftOutLineBytes];
+    const uint32_t commentBytes = FormatLeftOut(trace->trace.leftOut, comment);
+    memmove(trace->line + kept + commentBytes, trace->line + kept, size - kept);
+    memcpy(trace->line + kept, comment, commentBytes);
+    size += commentBytes;
   }
+  // What is shorter than before is never followed by a rest of it.
+  if (trace->end > start + size) CutHostFile(trace->file, start);
   if (!WriteHostFile(trace->file, trace->line, size)) {
     // What could not be written as a whole is taken back.
     ReportFileError(trace->name);
-    EndHostFile(trace->file, trace->trace.bytes);
+    EndHostFile(trace->file, start);
     trace->file = NoHostFile;
     trace->trace.stopped = true;
-  } else if (size > lineBytes) {
-    SeekHostFile(trace->file, trace->trace.bytes + lineBytes);
+    return;
   }
+  trace->end = start + size;
+  if (size > kept) SeekHostFile(trace->file, start + kept);
+  if (end == LineEnd::Replaced) SaveHostFile(trace->file);
 }
 
 }  // namespace
@@ -39,6 +50,8 @@ bool CreateTraceFile(TraceFile* trace, const char* name) {
   trace->name = name;
   trace->file = CreateHostFile(name);
   trace->used = 0;
+  trace->end = 0;
+  trace->seeks = trace->file != NoHostFile && SeekHostFile(trace->file, 0);
   TraceStart(&trace->trace, {TakePiece, WriteLine, trace});
   if (trace->file == NoHostFile) ReportFileError(name);
   return trace->file != NoHostFile;

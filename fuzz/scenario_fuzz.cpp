@@ -41,8 +41,8 @@ bool TakePiece(void* context, const char* bytes, uint32_t size) {
   return true;
 }
 
-void EndLine(void* /*context*/, bool kept) {
-  Require(kept);
+void EndLine(void* /*context*/, LineEnd end) {
+  Require(end == LineEnd::Kept);
 }
 
 // Parses the text into a block of exactly its needs. Returns null where it is refused.

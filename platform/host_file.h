@@ -16,10 +16,16 @@ HostFile CreateHostFile(const char* name);
 // Returns false where not all bytes could be written.
 bool WriteHostFile(HostFile file, const char* bytes, uint32_t size);
 
-// Goes on writing at a position, where the file has positions.
-void SeekHostFile(HostFile file, uint32_t position);
+// Goes on writing at a position. Returns false where the file has none.
+bool SeekHostFile(HostFile file, uint32_t position);
 
-// Closes a file, cut behind `size` bytes where it can be cut.
+// Cuts a file after `size` bytes where it can be cut; writing goes on there.
+void CutHostFile(HostFile file, uint32_t size);
+
+// Waits until what was written would outlast a crash of the computer.
+void SaveHostFile(HostFile file);
+
+// Closes a file, cut after `size` bytes where it can be cut.
 void EndHostFile(HostFile file, uint32_t size);
 
 // Writes to standard error.

@@ -35,13 +35,21 @@ bool WriteHostFile(HostFile file, const char* bytes, uint32_t size) {
   return true;
 }
 
-void SeekHostFile(HostFile file, uint32_t position) {
-  lseek(static_cast<int>(file), off_t{position}, SEEK_SET);
+bool SeekHostFile(HostFile file, uint32_t position) {
+  return lseek(static_cast<int>(file), off_t{position}, SEEK_SET) >= 0;
 }
 
-void EndHostFile(HostFile file, uint32_t size) {
+void CutHostFile(HostFile file, uint32_t size) {
   const int cut = ftruncate(static_cast<int>(file), off_t{size});
   (void)cut;
+  SeekHostFile(file, size);
+}
+
+// The simulated adapter in the tool's own process takes no computer down.
+void SaveHostFile(HostFile /*file*/) {}
+
+void EndHostFile(HostFile file, uint32_t size) {
+  CutHostFile(file, size);
   close(static_cast<int>(file));
 }
 

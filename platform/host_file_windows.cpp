@@ -44,15 +44,22 @@ bool WriteHostFile(HostFile file, const char* bytes, uint32_t size) {
          (WriteFile(HandleOf(file), bytes, size, &written, nullptr) && written == size);
 }
 
-void SeekHostFile(HostFile file, uint32_t position) {
+bool SeekHostFile(HostFile file, uint32_t position) {
   LARGE_INTEGER distance = {};
   distance.QuadPart = position;
-  SetFilePointerEx(HandleOf(file), distance, nullptr, FILE_BEGIN);
+  return SetFilePointerEx(HandleOf(file), distance, nullptr, FILE_BEGIN) != 0;
+}
+
+void CutHostFile(HostFile file, uint32_t size) {
+  if (SeekHostFile(file, size)) SetEndOfFile(HandleOf(file));
+}
+
+void SaveHostFile(HostFile file) {
+  FlushFileBuffers(HandleOf(file));
 }
 
 void EndHostFile(HostFile file, uint32_t size) {
-  SeekHostFile(file, size);
-  SetEndOfFile(HandleOf(file));
+  CutHostFile(file, size);
   CloseHandle(HandleOf(file));
 }
 

@@ -103,10 +103,19 @@ void EndLine(Trace* trace, Line kind) {
   if (!trace->dropping) Flush(trace);
   const bool kept = !trace->dropping;
   if (!kept && kind != Line::Comment && trace->leftOut < UINT32_MAX) trace->leftOut++;
-  trace->sink.endLine(trace->sink.context, kept);
+  trace->sink.endLine(trace->sink.context, kept ? LineEnd::Kept : LineEnd::Dropped);
   if (!kept) return;
   trace->bytes += static_cast<uint32_t>(trace->lineBytes);
   trace->rules += rules;
+}
+
+void AddRequest(Trace* trace, uint32_t oid, uint32_t length) {
+  AddText(trace, "0x");
+  for (int shift = 28; shift >= 0; shift -= 4) {
+    AddCharacter(trace, "0123456789ABCDEF"[(oid >> shift) & 15]);
+  }
+  AddText(trace, " len=");
+  AddDecimal(trace, length);
 }
 
 void TraceCall(Trace* trace, const char* call, CallResult result) {
@@ -131,14 +140,23 @@ void TraceClose(Trace* trace, CallResult result) {
   TraceCall(trace, "close", result);
 }
 
+void TraceSent(Trace* trace, uint32_t oid, const uint8_t* payload, uint32_t length) {
+  BeginLine(trace);
+  trace->dropping = false;  // where a line has no room, this one has
+  AddText(trace, TraceSentHead);
+  AddRequest(trace, oid, length);
+  const uint64_t size = trace->lineBytes + sizeof(" if 0:") + uint64_t{2} * length;
+  if (payload != nullptr && size <= MaxLineBytes && size <= MaxTraceBytes - trace->bytes) {
+    AddPayload(trace, " if 0:", payload, length);
+  }
+  AddCharacter(trace, '\n');
+  Flush(trace);
+  trace->sink.endLine(trace->sink.context, LineEnd::Replaced);
+}
+
 void TraceRequest(Trace* trace, uint32_t oid, const uint8_t* payload, uint32_t length) {
   BeginLine(trace);
-  AddText(trace, "0x");
-  for (int shift = 28; shift >= 0; shift -= 4) {
-    AddCharacter(trace, "0123456789ABCDEF"[(oid >> shift) & 15]);
-  }
-  AddText(trace, " len=");
-  AddDecimal(trace, length);
+  AddRequest(trace, oid, length);
   AddPayload(trace, " if 0:", payload, length);
 }
 
@@ -157,45 +175,37 @@ void TraceAnswer(Trace* trace, const RequestResult* result, const uint8_t* paylo
 void TraceUnserved(Trace* trace, const NearestRule* nearest) {
   if (trace->dropping) return;
   BeginLine(trace);
-  AddText(trace, "# no rule and no register served this request; ");
-  if (nearest->misfit == Misfit::Oid) {
-    AddText(trace, "no rule has its OID");
-    return EndLine(trace, Line::Comment);
-  }
-  AddText(trace, "nearest is line ");
-  AddDecimal(trace, nearest->line);
-  switch (nearest->misfit) {
-    case Misfit::Oid:
-      break;
-    case Misfit::Length:
-      AddText(trace, ", which asks for len=");
-      AddDecimal(trace, nearest->number);
-      break;
-    case Misfit::End:
-      AddText(trace, ", which asks for a byte at offset ");
-      AddDecimal(trace, nearest->number);
-      AddText(trace, ", behind the end");
-      break;
-    case Misfit::Byte:
-      AddText(trace, ", which asks for ");
+  uint32_t number = nearest->line;
+  for (const char* text = TraceComments[static_cast<uint32_t>(nearest->misfit)]; *text; text++) {
+    if (*text == '%') {
+      AddDecimal(trace, number);
+      number = nearest->number;
+    } else if (*text == '$') {
       AddByte(trace, nearest->byte);
-      AddText(trace, " at offset ");
-      AddDecimal(trace, nearest->number);
-      break;
-    case Misfit::UsedUp:
-      AddText(trace, ", which is used up");
-      break;
+    } else {
+      AddCharacter(trace, *text);
+    }
   }
   EndLine(trace, Line::Comment);
 }
 
+void TraceComment(Trace* trace, const char* comment, uint32_t size) {
+  BeginLine(trace);
+  for (uint32_t i = 0; i < size; i++) AddCharacter(trace, comment[i]);
+  EndLine(trace, Line::Comment);
+}
+
 uint32_t FormatLeftOut(uint32_t leftOut, char* line) {
-  constexpr char Text[] = "# calls left out, for which there was no room: ";
-  static_assert(sizeof(Text) + 10 < LeftOutLineBytes);
+  const char* text = TraceComments[LeftOutComment];
   char digits[10];
   const uint32_t count = FormatDecimal(leftOut, digits);
-  memcpy(line, Text, sizeof(Text) - 1);
-  memcpy(line + sizeof(Text) - 1, digits, count);
-  line[sizeof(Text) - 1 + count] = '\n';
-  return static_cast<uint32_t>(sizeof(Text)) + count;
+  uint32_t size = 0;
+  while (text[size] != '%') {
+    line[size] = text[size];
+    size++;
+  }
+  memcpy(line + size, digits, count);
+  size += count;
+  line[size++] = '\n';
+  return size;
 }

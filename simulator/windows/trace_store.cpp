@@ -30,9 +30,9 @@ bool Append(void* context, const char* bytes, uint32_t size) {
   return true;
 }
 
-void EndLine(void* context, bool kept) {
+void EndLine(void* context, LineEnd end) {
   auto* store = static_cast<TraceStore*>(context);
-  if (kept) {
+  if (end == LineEnd::Kept) {
     store->lineStart = store->used;
   } else {
     store->used = store->lineStart;

@@ -191,9 +191,9 @@ TraceSink SinkOf(TraceText* text) {
     static_cast<TraceText*>(context)->text.append(bytes, size);
     return true;
   };
-  const auto endLine = [](void* context, bool kept) {
+  const auto endLine = [](void* context, LineEnd end) {
     auto* trace = static_cast<TraceText*>(context);
-    if (!kept) trace->text.resize(trace->lineStart);
+    if (end != LineEnd::Kept) trace->text.resize(trace->lineStart);
     trace->lineStart = trace->text.size();
   };
   return {append, endLine, text};
@@ -208,6 +208,7 @@ std::string ReadFile(const std::string& name) {
 void Call(Loaded* loaded, Trace* trace, std::string payload) {
   auto* bytes = reinterpret_cast<uint8_t*>(payload.data());
   const auto length = static_cast<uint32_t>(payload.size());
+  TraceSent(trace, 0xFEDCBA05, bytes, length);
   TracedRequest(&loaded->adapter, trace, 0xFEDCBA05, bytes, length);
 }
 
@@ -248,9 +249,9 @@ TEST(Trace, NamesTheRuleThatCameNearest) {
       {"register 1 2\n5 ok", "no rule has its OID"},
       {"0xFEDCBA05 len=8 ok\n0xFEDCBA05 len=184 ok", "nearest is line 1, which asks for len=8"},
       {"5 ok\n0xFEDCBA05 if 4:00 ok\n0xFEDCBA05 len=8 ok",
-       "nearest is line 2, which asks for a byte at offset 4, behind the end"},
+       "nearest is line 2, which asks for a byte at offset 4, past the end"},
       {"0xFEDCBA05 if 5:\"\" ok",
-       "nearest is line 1, which asks for a byte at offset 5, behind the end"},
+       "nearest is line 1, which asks for a byte at offset 5, past the end"},
       {"0xFEDCBA05 if 0:61 if 1:78*3 ok\n0xFEDCBA05 if 0:61 if 1:\"bX\" ok",
        "nearest is line 2, which asks for 58 at offset 2"},
       {"# twice\n0xFEDCBA05 ok times=0\n0xFEDCBA05 if 0:\"abc\" ok times=0\n0xFEDCBA05 if 0:00 ok",
@@ -297,6 +298,30 @@ TEST(Trace, KeepsToWhatAScenarioMayHold) {
     Load(&replayed, text);
     EXPECT_EQ(replayed.scenario.ruleCount, file.trace.rules);
   }
+  remove(name.c_str());
+}
+
+TEST(Trace, TellsTheRequestThatIsOnItsWay) {
+  const std::string name = testing::TempDir() + "trace_sent";
+  const std::string leftOut = "# calls left out, for which there was no room: 1\n";
+  const std::string first = "0xFEDCBA05 len=1 if 0:01 ok 0:01 times=1\n";
+  static TraceFile file;
+  Loaded answers;
+  Load(&answers, "0xFEDCBA05 ok");
+  ASSERT_TRUE(CreateTraceFile(&file, name.c_str()));
+  const auto send = [&](size_t length) {
+    const std::string payload(length, 1);
+    TraceSent(&file.trace, 0xFEDCBA05, reinterpret_cast<const uint8_t*>(payload.data()),
+              static_cast<uint32_t>(length));
+    const std::string sent = ReadFile(name);
+    Call(&answers, &file.trace, payload);
+    return std::pair(sent, ReadFile(name));
+  };
+  EXPECT_EQ(send(1), std::pair(std::string("# sent: 0xFEDCBA05 len=1 if 0:01\n"), first));
+  EXPECT_EQ(send(524300), std::pair(first + "# sent: 0xFEDCBA05 len=524300\n", first + leftOut));
+  EXPECT_EQ(send(1), std::pair(first + leftOut + "# sent: 0xFEDCBA05 len=1 if 0:01\n",
+                               first + first + leftOut));
+  close(static_cast<int>(file.file));
   remove(name.c_str());
 }
 

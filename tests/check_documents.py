@@ -23,6 +23,7 @@ from run_cases import BANNER, ROOT, TRACED, differences, lines_of, unescape
 
 sys.path.append(os.path.join(ROOT, "packaging"))
 import pages  # noqa: E402
+from protocol_header import declared_records, documented_records, header, rows  # noqa: E402
 
 FENCE = re.compile(r"^```(\w*) ?([\w.-]*)\n(.*?)^```$", re.M | re.S)
 PROTOCOL = "docs/driver-protocol.md"
@@ -43,11 +44,6 @@ def read(path):
 def write(path, text):
     with open(os.path.join(ROOT, path), "w", encoding="utf-8", newline="") as file:
         file.write(text)
-
-
-def rows(text):
-    return [[cell.strip(" `") for cell in row.split("|")]
-            for row in re.findall(r"^\| (.*) \|$", text, re.M)]
 
 
 def fits(expected, output):
@@ -158,59 +154,68 @@ behind what it adds, that the file has now; the number behind @@ - may be about 
 """
 
 
+def compile_errors(text, *options):
+    done = subprocess.run(["c++", "-fsyntax-only", *options, "-"], input=text, capture_output=True,
+                          text=True, env={**os.environ, "LC_ALL": "C"})
+    return "".join(re.findall(r"error: (.*\n)", done.stderr)) or done.stderr
+
+
 def check_records(text, sources):
     """Lets the compiler compare the record tables with the structures that the sources declare."""
     problems, lines = "", ["#include <cstddef>", "#include <cstdint>"]
-    lines += sorted(set(re.findall(r"^constexpr \w+ \w+ = \d+;", sources, re.M)))
-    declared = {m[1]: m[0] for m in re.finditer(r"^struct (\w+) {.*?^};", sources, re.M | re.S)}
-    records = {m[1]: (m[2], rows(m[3])) for m in re.finditer(
-        r"^#+ `(\w+)`, (\d+) bytes?$(.*?)(?=^#|\Z)", text, re.M | re.S)}
+    declared, records = declared_records(sources), documented_records(text)
     asserted = set(re.findall(r"static_assert\(sizeof\((\w+)\) ==", sources))
     for name in sorted((asserted & set(declared)) - set(records)):
         problems += f"not documented: {name}\n"
     for name, (size, fields) in records.items():
         lines += [declared[name], f'static_assert(sizeof({name}) == {size}, "{name}");']
         end = 0
-        for at, length, field, *_ in (f for f in fields if f[0].isdigit() and len(f) == 5):
+        for at, length, field, *_ in fields:
             if int(at) > end:
                 problems += f"{name}: nothing is said about the bytes from {end}\n"
             end = max(end, int(at) + int(length))
             field = field.strip("()")
             lines.append(f"static_assert(offsetof({name}, {field}) == {at} && "
                          f'sizeof((({name}*)0)->{field}) == {length}, "{name}.{field}");')
-        if end != int(size):
+        if end != size:
             problems += f"{name}: the fields end at {end}\n"
-    done = subprocess.run(["c++", "-std=c++20", "-fsyntax-only", "-Wno-invalid-offsetof", "-xc++",
-                           "-"], input="\n".join(lines), capture_output=True, text=True,
-                          env={**os.environ, "LC_ALL": "C"})
-    return problems + ("".join(re.findall(r"error: (.*\n)", done.stderr)) or done.stderr)
+    return problems + compile_errors("\n".join(lines), "-std=c++20", "-Wno-invalid-offsetof", "-xc++")
 
 
-def check_constants(text, sources):
-    """Compares table rows that begin with a constant's name with its numbers."""
-    problems, values = "", {}
-    for name, value in re.findall(r"^constexpr \w+ (\w+At|\w+Length|Zw\w+) = \{?([^;}]*)",
-                                  sources, re.M):
-        numbers = re.findall(r"\b\d+\b(?: \+ \d+)?", value.replace("TableFieldsAt", "16"))
-        values.setdefault(name, []).append([sum(map(int, n.split(" + "))) for n in numbers])
-    for name, *cells in rows(text):
-        numbers = [int(cell) for cell in cells if cell.isdigit()]
-        if name in values and not any(all(map(int.__eq__, numbers, v)) for v in values[name]):
-            problems += f"{name}: {numbers}, in the sources {values[name]}\n"
-    return problems
+def check_header():
+    """The C header compiles as both languages, with its checks of every size and offset."""
+    return "".join(compile_errors(header(), "-Wall", "-Wextra", "-Werror", *language)
+                   for language in (("-xc", "-std=c11"), ("-xc++", "-std=c++11")))
 
 
-def check_names(text, sources):
-    """Compares the table after "<!-- sources: NAME -->" with the array of that name: the number or
-    bit and the text that the sources have for it, in neighbouring cells."""
+def source_values(name, sources):
+    """What the sources have under a name: the pairs of number and text of an array, or for each
+    constant of that name its numbers."""
+    array = re.search(rf"\b{name}\[\](?:\[\d+\])? = \{{\s*(.*?)\}};", sources, re.S)
+    if array:
+        numbers = re.findall(r"\{(0x[0-9A-F]{8}), ", array[1])
+        names = [text.removesuffix("\\n").strip() for text in re.findall(r'"([^"]*)"', array[1])]
+        return set(zip(numbers or map(str, range(len(names))), names, strict=True))
+    constants = re.findall(rf"^constexpr \w+ {name} = \{{?([^;}}]*)", sources, re.M)
+    return [[sum(map(int, number.split(" + "))) for number in re.findall(
+        r"\b\d+\b(?: \+ \d+)?", value.replace("TableFieldsAt", "16"))] for value in constants]
+
+
+def check_values(text, sources):
+    """Compares the table after "<!-- sources: NAME... -->" with the sources: with an array its pairs
+    of neighbouring cells, else each row's numbers with the constant named for it."""
     problems = ""
-    for name, table in re.findall(r"^<!-- sources: (\w+) -->\n\n((?:\|.*\n)+)", text, re.M):
-        body = re.search(rf"\b{name}\[\](?:\[\d+\])? = \{{\s*(.*?)\}};", sources, re.S)[1]
-        numbers = re.findall(r"\{(0x[0-9A-F]{8}), ", body)
-        names = [text.removesuffix("\\n").strip() for text in re.findall(r'"([^"]*)"', body)]
-        array = set(zip(numbers or map(str, range(len(names))), names, strict=True))
-        cells = [pair for row in rows(table) for pair in zip(row, row[1:]) if re.match(r"\d", pair[0])]
-        problems += "".join(f"{name}: in one place only: {pair}\n" for pair in array ^ set(cells))
+    for names, table in re.findall(r"^<!-- sources: (.*) -->\n\n.*\n((?:\|.*\n)+)", text, re.M):
+        names, body = names.split(), rows(table)
+        values = [source_values(name, sources) for name in names]
+        if isinstance(values[0], set):
+            cells = {pair for row in body for pair in zip(row, row[1:]) if pair[0][:1].isdigit()}
+            problems += "".join(f"{names[0]}: in one place only: {pair}\n" for pair in values[0] ^ cells)
+            continue
+        for name, row, there in zip(names, body, values, strict=True):
+            numbers = [int(cell) for cell in row if cell.isdigit()]
+            if not numbers or not any(all(map(int.__eq__, numbers, value)) for value in there):
+                problems += f"{name}: {numbers}, in the sources {there}\n"
     return problems
 
 
@@ -242,7 +247,7 @@ def main():
             session = Session(os.path.abspath(options.programs), folder)
             right = FENCE.sub(session.visit, text)
         requests |= session.requests
-        problems[path] = check_links(path, text) + check_patch(text) + check_names(text, sources)
+        problems[path] = check_links(path, text) + check_patch(text) + check_values(text, sources)
         for edition in packages:
             if os.path.basename(path) in packages[edition] and path not in UNFIT:
                 problems[path] += check_readers(edition, pages.in_package(text, "", {}, edition))
@@ -251,7 +256,7 @@ def main():
         else:
             problems[path] += session.problems
     text = read(PROTOCOL)
-    problems[PROTOCOL] += check_records(text, sources) + check_constants(text, sources)
+    problems[PROTOCOL] += check_records(text, sources) + check_header()
     problems[PROTOCOL] += check_oids(text, requests)
     for path, found in problems.items():
         print(f"{path}:\n{found}" if found else "", end="")

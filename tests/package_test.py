@@ -87,18 +87,30 @@ def check_program(path, objdump):
     assert b"A8000_TRACE" not in data  # only wlanx-eng records
 
 
+def check_header(folder, compiler):
+    """Compiles the header, and with it the dispatch routine that the driver protocol shows."""
+    check_documents.ROOT = folder
+    routine = re.search(r"^```c dispatch.c\n(.*?)^```",
+                        check_documents.read("docs/driver-protocol.md"), re.M | re.S)[1]
+    for language, text in (("c", routine), ("c", '#include "a8000_protocol.h"\n'),
+                           ("c++", '#include "a8000_protocol.h"\n')):
+        subprocess.run([*compiler, "-fsyntax-only", "-Wall", "-Werror", f"-I{folder}/include",
+                        f"-x{language}", "-"], input=text, text=True, check=True)
+
+
 def run(*words):
     done = subprocess.run([*STARTER, *words], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                           text=True)
     return done.stdout.splitlines()
 
 
-def main(build, objdump):
+def main(build, objdump, *compiler):
     with tempfile.TemporaryDirectory() as folder:
         subprocess.run(["cpack", "-B", folder], cwd=build, check=True, stdout=subprocess.DEVNULL)
         program = unpack(f"{folder}/wlanx-1.0.0.70-win64.zip", folder)
         engineering = unpack(f"{folder}/wlanx-engineering-1.0.0.70-win64.zip", folder)
         check_program(f"{program}/wlanx.exe", objdump)
+        check_header(engineering, compiler)
         check_texts(engineering, "engineering")
         check_texts(program, "program")
         # The driver is the one in the package, too.

@@ -8,11 +8,11 @@
 struct AcpiTableQuery176 {
   uint32_t u4SubCmd;  // question: a SarView
   uint8_t fgIs6G;     // question: 1 where it is about 6 GHz; answer: 0 or a table with 6 GHz bands
-  uint8_t reserved5[3];
+  uint8_t reserved0[3];
   uint32_t u4TableLen;    // answer: bytes of the table
   uint8_t aucTable[144];  // answer: the platform's table, which begins with a 4-byte signature
   uint8_t ucCurTableIdx;  // answer: the row in force, counted from 0
-  uint8_t reserved157[3];
+  uint8_t reserved1[3];
   uint32_t u4SensorVersion;
   uint32_t u4SensorAvailable;
   uint32_t u4SensorCbStatus;  // 0: the driver's sensor callback succeeded
@@ -29,11 +29,11 @@ static_assert(offsetof(AcpiTableQuery176, u4SensorModeIdx) == 172);
 struct AcpiTableQuery184 {
   uint32_t u4SubCmd;  // question: a SarView
   uint8_t fgIs6G;     // question: 1 where it is about 6 GHz; answer: 0 or a table with 6 GHz bands
-  uint8_t reserved5[3];
+  uint8_t reserved0[3];
   uint32_t u4TableLen;    // answer: bytes of the table
   uint8_t aucTable[144];  // answer: the platform's table, which begins with a 4-byte signature
   uint8_t ucCurTableIdx;  // answer: the row in force, counted from 0
-  uint8_t reserved157[3];
+  uint8_t reserved1[3];
   uint32_t u4SensorVersion;
   uint32_t u4SensorAvailable;
   uint32_t u4SensorCbStatus;  // 0: the driver's sensor callback succeeded
@@ -52,11 +52,11 @@ static_assert(offsetof(AcpiTableQuery184, u8LastUpdateTime) == 176);
 struct AcpiTableQuery368 {
   uint32_t u4SubCmd;  // question: a SarView
   uint8_t fgIs6G;     // question: 1 where it is about 6 GHz; answer: 0 or a table with 6 GHz bands
-  uint8_t reserved5[3];
+  uint8_t reserved0[3];
   uint32_t u4TableLen;    // answer: bytes of the table
   uint8_t aucTable[328];  // answer: the platform's table, which begins with a 4-byte signature
   uint8_t ucCurTableIdx;  // answer: the row in force, counted from 0
-  uint8_t reserved341[3];
+  uint8_t reserved1[3];
   uint32_t u4SensorVersion;
   uint32_t u4SensorAvailable;
   uint32_t u4SensorCbStatus;  // 0: the driver's sensor callback succeeded

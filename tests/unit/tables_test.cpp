@@ -1,15 +1,12 @@
 // Tables of rows: what a row says of itself, and what all rows together show.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstring>
-#include <filesystem>
+#include <cstdlib>
 #include <fstream>
-#include <random>
-#include <set>
+#include <map>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "app/console/print.h"
@@ -19,129 +16,109 @@
 
 namespace {
 
-// What the wireless table's texts say otherwise than it is, and how it is.
-const std::pair<std::string, std::string> Misprints[] = {
-    {"HT_AMSDU [101]DW29[30:30]", "HT_AMSDU [1]DW29[30:30]"},
-    {"AMSDU_cross_LG [101]DW29[31:31]", "AMSDU_cross_LG [1]DW29[31:31]"},
-    {"SNR_RX1 [06]DW31[10:06]", "SNR_RX1 [06]DW31[11:06]"},
-    {"banner [10] above [12]", "banner [12] above [12]"}};
+constexpr char Document[] = DOCUMENTS "/wtbl-fields.md";
 
-// Fields in two pieces. The row has the first; its formatter adds the second.
-const std::string TwoPieces[] = {
-    "Peer Address [48]DW1[31:00]DW0[15:00] = ", "PN [48]DW1[15:00]DW0[31:00] = ",
-    "TID2_SN / AC2_SN [12]DW3[3:0]DW2[31:24] = ", "TID5_SN / AC5_SN [12]DW4[7:0]DW3[31:28] = "};
-
-std::string Corrected(std::string text) {
-  for (const auto& [wrong, right] : Misprints) {
-    if (text.starts_with(wrong)) text.replace(0, wrong.size(), right);
-  }
-  return text;
+// The entry of the document's examples.
+uint32_t ExampleWord(uint32_t word) {
+  return 0x9E3779B9 * (word + 1);
 }
 
-uint32_t Mask(const WtblBitRange& bits) {
-  return WtblBits(UINT32_MAX, bits.high, bits.low) << bits.low;
-}
-
-// The pieces in "NAME [WIDTH]DWn[HIGH:LOW]...DWn[HIGH:LOW] = ", whose widths make up the field's.
-std::vector<WtblBitRange> PiecesIn(const std::string& header) {
-  std::vector<WtblBitRange> pieces;
-  int width = -1, end = 0;
-  const char* at = header.c_str() + header.find('[');
-  EXPECT_EQ(sscanf(at, "[%d]%n", &width, &end), 1);
-  WtblBitRange piece = {};
-  for (at += end; sscanf(at, "DW%hhu[%hhu:%hhu]%n", &piece.word, &piece.high, &piece.low, &end) > 2;
-       at += end) {
-    pieces.push_back(piece);
-    width -= piece.high - piece.low + 1;
-  }
-  EXPECT_STREQ(at, " = ");
-  EXPECT_EQ(width, 0) << "the width differs from that of the range";
-  return pieces;
-}
-
-void CheckTexts(const WtblField& field) {
-  const uint32_t largest = WtblBits(UINT32_MAX, field.bits.high, field.bits.low);
-  for (const WtblValueText* row = field.texts.begin(); row != field.texts.end(); row++) {
-    EXPECT_LE(row->from, row->to) << row->format;
-    EXPECT_LE(row->to, largest) << row->format;
-    for (const WtblValueText* other = field.texts.begin(); other != row; other++) {
-      EXPECT_TRUE(other->to < row->from || row->to < other->from)
-          << "values with two texts:" << other->format << " and" << row->format;
-    }
-  }
-}
-
-TEST(Tables, WtblRowsAreWhatTheirHeadersSay) {
-  for (const WtblWordGroups groups : {LmacWtblGroups, UmacWtblGroups}) {
-    uint32_t used[64] = {};
-    for (const WtblWordGroup& group : groups) {
-      std::set<unsigned> words;
-      for (const WtblField& field : group.fields) {
-        SCOPED_TRACE(field.header);
-        const std::vector<WtblBitRange> pieces = PiecesIn(Corrected(field.header));
-        ASSERT_FALSE(pieces.empty());
-        EXPECT_EQ(field.bits.word, pieces[0].word);
-        EXPECT_EQ(field.bits.high, pieces[0].high);
-        EXPECT_EQ(field.bits.low, pieces[0].low);
-        EXPECT_EQ(pieces.size(), 1U + std::count(TwoPieces, std::end(TwoPieces), field.header));
-        for (const WtblBitRange& piece : pieces) {
-          EXPECT_EQ(used[piece.word] & Mask(piece), 0U) << "another field has some of its bits";
-          used[piece.word] |= Mask(piece);
-          words.insert(piece.word);
-        }
-        CheckTexts(field);
-      }
-      std::string names;
-      for (const unsigned word : words)
-        names += (word < 10 ? "[0" : "[") + std::to_string(word) + "]";
-      EXPECT_EQ(Corrected(std::string("banner ") + group.words + " above " + names),
-                "banner " + names + " above " + names);
-    }
-  }
-}
-
-// Compares a text too long to stand here with its digest (FNV-1a), and keeps it in a file beside
-// the program.
-void ExpectDigest(const std::string& name, const std::string& text, uint64_t expected) {
-  uint64_t digest = 0xCBF29CE484222325;
+std::string Cell(const std::string& text) {
+  std::string cell;
   for (const char character : text) {
-    digest = (digest ^ static_cast<unsigned char>(character)) * 0x100000001B3;
+    char escaped[8];
+    BoundedPrintf(escaped, sizeof(escaped), character & 0x80 ? "\\x%02X" : "%c", character & 0xFF);
+    cell += character == '|' ? "\\|" : escaped;
   }
-  const auto folder = std::filesystem::canonical("/proc/self/exe").parent_path();
-  const std::string before = folder / (name + ".before.txt");
-  const std::string now = folder / (name + ".now.txt");
-  std::ofstream(digest == expected ? before : now) << text;
-  EXPECT_EQ(digest, expected) << "Other lines than before are printed. To see which:\n  diff "
-                              << before << " " << now
-                              << "\nThe first file is written where this test passes: for a build "
-                                 "that never did, by\n  git stash; scripts/test; git stash pop\n"
-                                 "Where the change is meant, take over the new digest.";
+  return cell;
 }
 
-// What entries show in which each field of up to six bits takes every value, each word by an order
-// of its own, and the wider ones 0 and their two largest.
-std::string Decoded(WtblWordGroups groups) {
-  std::mt19937 random;
-  uint32_t words[67][64];
-  for (unsigned k = 0; k < 64; k++) {
-    for (unsigned i = 0; i < 64; i++) {
-      const auto other = static_cast<unsigned>(random() % (i + 1));
-      words[i][k] = words[other][k];
-      words[other][k] = 0x41041041 * i ^ 0x4B2D1E37;
-    }
-    words[64][k] = 0xFFFFFFFF;
-    words[65][k] = 0xFEFEFEFE;
-    words[66][k] = 0;
+std::string Code(const std::string& text) {
+  return "`" + Cell(text) + "`";
+}
+
+// How the number is printed where that is not 0x%x, and the texts from the lowest value on.
+std::string TextsByValue(const WtblField& field) {
+  std::map<uint32_t, std::string> texts;
+  for (const WtblValueText& row : field.texts) {
+    std::string& text = texts[row.from];
+    text += std::to_string(row.from);
+    if (row.to != row.from) text += "-" + std::to_string(row.to);
+    text += ": " + Code(row.format);
+    if (row.offset != 0) text += " (value " + std::to_string(row.offset) + ")";
   }
+  std::string cell;
+  if (field.number != nullptr && *field.number != 0) cell = Code(field.number);
+  for (const auto& [from, text] : texts) cell += (cell.empty() ? "" : "<br>") + text;
+  return cell;
+}
+
+// What the field's line shows of the example behind the header, and before the explanation.
+std::string Shown(const WtblField& field) {
+  uint32_t words[64];
+  for (uint32_t k = 0; k < 64; k++) words[k] = ExampleWord(k);
   testing::internal::CaptureStdout();
-  for (const auto& entry : words) PrintWtblGroups(groups, entry);
+  WtblFieldLine(field, words);
   ConsoleFlush();
-  return testing::internal::GetCapturedStdout();
+  const std::string line = testing::internal::GetCapturedStdout();
+  const std::string head = std::string(45 - std::string(field.header).size(), ' ') + field.header;
+  const std::string end =
+      field.explanation == nullptr ? "\n" : std::string("    -- ") + field.explanation + "\n";
+  EXPECT_TRUE(line.starts_with(head) && line.ends_with(end)) << line;
+  return line.substr(head.size(), line.size() - head.size() - end.size());
 }
 
-TEST(Tables, WtblEntries) {
-  ExpectDigest("lmac_wtbl", Decoded(LmacWtblGroups), 13099247541277114627U);
-  ExpectDigest("umac_wtbl", Decoded(UmacWtblGroups), 12383333638988507730U);
+std::vector<std::string> RowsOf(WtblWordGroups groups) {
+  std::vector<std::string> rows;
+  for (const WtblWordGroup& group : groups) {
+    for (const WtblField& field : group.fields) {
+      std::string name = field.header;
+      EXPECT_TRUE(name.ends_with(" = ")) << name;
+      name.resize(name.size() - 3);
+      std::string bits = "DW" + std::to_string(field.bits.word) + "[" +
+                         std::to_string(field.bits.high) + ":" + std::to_string(field.bits.low) +
+                         "]";
+      rows.push_back("| " + std::string(group.words) + " | " + bits + " | " + Code(name) + " | " +
+                     TextsByValue(field) + " | " + Code(Shown(field)) + " | " +
+                     Cell(field.explanation == nullptr ? "" : field.explanation) + " |");
+    }
+  }
+  return rows;
+}
+
+// With UPDATE_DOCUMENTS in the environment the document gets the rows instead.
+TEST(Tables, WtblFieldsAreThoseOfTheDocument) {
+  const std::vector<std::string> tables[] = {RowsOf(LmacWtblGroups), RowsOf(UmacWtblGroups)};
+  std::ifstream file(Document);
+  std::vector<std::string> documented, expected;
+  std::string text;
+  size_t table = 0;
+  for (std::string line; std::getline(file, line);) {
+    if (line.starts_with("| [")) {
+      documented.push_back(line);
+      continue;
+    }
+    text += line + "\n";
+    if (!line.starts_with("|---|---|---")) continue;
+    ASSERT_LT(table, std::size(tables));
+    for (const std::string& row : tables[table]) text += row + "\n";
+    expected.insert(expected.end(), tables[table].begin(), tables[table].end());
+    table++;
+  }
+  ASSERT_EQ(table, std::size(tables)) << Document << " has to have a table for each part";
+  if (getenv("UPDATE_DOCUMENTS") != nullptr) {
+    std::ofstream(Document) << text;
+    GTEST_SKIP() << Document << " is written anew";
+  }
+  std::string differences;
+  for (const std::string& row : documented) {
+    if (!std::count(expected.begin(), expected.end(), row)) differences += "-" + row + "\n";
+  }
+  for (const std::string& row : expected) {
+    if (!std::count(documented.begin(), documented.end(), row)) differences += "+" + row + "\n";
+  }
+  EXPECT_EQ(differences, "") << "docs/wtbl-fields.md (-) and the sources (+) differ";
+  EXPECT_TRUE(documented == expected) << "docs/wtbl-fields.md has another order than the sources";
 }
 
 // From the first rate on, each whose text is not that of the one before but for the MCS.

@@ -260,11 +260,11 @@ constexpr bool TakeRegisterStatement(ScenarioParse* parse) {
   return EndStatement(parse);
 }
 
-// A word of a rule, and what is wrong with it before and behind the outcome; null where it belongs.
+// A word of a rule, and what is wrong with it before and after the outcome; null where it belongs.
 struct RuleWord {
   const char* word;
   const char* before;
-  const char* behind;
+  const char* after;
 };
 
 constexpr RuleWord RuleWords[] = {
@@ -273,8 +273,8 @@ constexpr RuleWord RuleWords[] = {
     {"ok", nullptr, "the outcome is given twice"},
     {"error=", nullptr, "the outcome is given twice"},
     {"null", "null belongs to open", "null belongs to open"},
-    {"times=", "times belongs behind the outcome", nullptr},
-    {"returned=", "returned belongs behind the outcome", nullptr},
+    {"times=", "times belongs after the outcome", nullptr},
+    {"returned=", "returned belongs after the outcome", nullptr},
 };
 
 // Returns null where the current word is none of them.
@@ -301,7 +301,7 @@ constexpr bool AtPatch(const ScenarioParse* parse) {
 // Takes one word that stands before a rule's outcome.
 constexpr bool TakeCondition(ScenarioParse* parse, ScenarioRule* rule) {
   if (TakeLiteral(parse, "len=")) return TakeOption(parse, &rule->hasLength, &rule->length);
-  if (AtPatch(parse)) return FailParse(parse, "bytes to write belong behind the outcome");
+  if (AtPatch(parse)) return FailParse(parse, "bytes to write belong after the outcome");
   if (!TakeWord(parse, "if")) {
     const RuleWord* word = FindRuleWord(parse);
     return FailParse(parse, word != nullptr ? word->before : "unknown word");
@@ -320,7 +320,7 @@ constexpr bool TakeAnswer(ScenarioParse* parse, ScenarioRule* rule) {
   const int digit = HexDigitAt(parse, parse->position);
   if (digit < 0 || digit > 9) {
     const RuleWord* word = FindRuleWord(parse);
-    return FailParse(parse, word != nullptr ? word->behind : "unknown word");
+    return FailParse(parse, word != nullptr ? word->after : "unknown word");
   }
   rule->writeCount++;
   return TakePatch(parse);

@@ -117,6 +117,22 @@ def slugs(text):
     return {re.sub(r"[^\w -]", "", h.lower()).replace(" ", "-") for h in headings}
 
 
+def check_scenarios(text, session):
+    """The rows about scenarios name all files, their first lines, and a command that each answers."""
+    problems, named = "", [row for row in rows(text) if row[0].endswith(".a8000")]
+    for name, sentence, command in named:
+        path = f"simulator/scenarios/{name}"
+        first = read(path).partition("\n")[0].removeprefix("# ")
+        if sentence != first:
+            problems += f"{name}: {first}\n"
+        session.run(f"A8000_SCENARIO={path} {command}")
+        if b"# no" in read(os.path.join(session.folder, "trace")).encode():
+            problems += f"{name} does not answer {command}\n"
+    there = glob.glob("*.a8000", root_dir=os.path.join(ROOT, "simulator/scenarios"))
+    return problems + "".join(f"in one place only: {name}\n"
+                              for name in {row[0] for row in named} ^ set(there) if named)
+
+
 def check_links(path, text):
     problems = ""
     for target in re.findall(r"\]\(([^)\s]+)\)", FENCE.sub("", text)):
@@ -246,8 +262,9 @@ def main():
         with tempfile.TemporaryDirectory() as folder:
             session = Session(os.path.abspath(options.programs), folder)
             right = FENCE.sub(session.visit, text)
+            problems[path] = check_scenarios(text, session)
         requests |= session.requests
-        problems[path] = check_links(path, text) + check_patch(text) + check_values(text, sources)
+        problems[path] += check_links(path, text) + check_patch(text) + check_values(text, sources)
         for edition in packages:
             if os.path.basename(path) in packages[edition] and path not in UNFIT:
                 problems[path] += check_readers(edition, pages.in_package(text, "", {}, edition))

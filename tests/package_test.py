@@ -121,6 +121,7 @@ def main(build, objdump, *compiler):
             check_examples(engineering, f"docs/{document}")
         run(f"{engineering}/a8000ctl.exe", "scenario", f"{engineering}/scenarios/refusal.a8000")
         assert run(f"{program}/wlanx.exe", "get_mac_add")[-1].startswith("Error")
+        check_examples(engineering, "docs/without-adapter.md")  # removes the driver at its end
         run(f"{build}/a8000ctl.exe", "install")
 
 

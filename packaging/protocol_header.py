@@ -64,22 +64,19 @@ def declared_records(text):
 
 
 def documented_records(text):
-    """By name: the size, and a row of offset, size, name, direction and meaning for each field. A
-    table with the names of several records has a column of offsets for each of them."""
-    tables = [([(m[1], m[2])], m[3]) for m in re.finditer(
-        r"^#+ `(\w+)`, (\d+) bytes?$(.*?)(?=^#|\Z)", text, re.M | re.S)]
-    records = {names[0][0]: (int(names[0][1]), [f for f in rows(table) if f[0].isdigit() and len(f) == 5])
-               for names, table in tables}
-    for head, table in re.findall(r"^((?:\| `\w+` )+)\| size .*\n((?:\|.*\n)+)", text, re.M):
-        names, fields = re.findall(r"\w+", head), rows(table)[:-1]
-        ends = rows(table)[-1]
-        for i, name in enumerate(names):
-            own = []
-            for at, (size, *rest) in ((f[i], f[len(names):]) for f in fields):
-                sizes = size.split(", ")
-                if at:
-                    own.append([at, sizes[i] if len(sizes) > 1 else size, *rest])
-            records[name] = (int(ends[i]), own)
+    """By name: the size, and a row of offset, size, name, direction and meaning for each field. One
+    table has a column of offsets for each generation of a record, and their sizes in its last row."""
+    records = {m[1]: (int(m[2]), [f for f in rows(m[3]) if f[0].isdigit() and len(f) == 5])
+               for m in re.finditer(r"^#+ `(\w+)`, (\d+) bytes?$(.*?)(?=^#|\Z)", text, re.M | re.S)}
+    head, table = re.search(r"^((?:\| in \d+ )+)\| size .*\n((?:\|.*\n)+)", text, re.M).groups()
+    generations = re.findall(r"\d+", head)
+    *fields, ends = rows(table)
+    for i, generation in enumerate(generations):
+        own = [[row[i], *row[len(generations):]] for row in fields if row[i]]
+        for row in own:
+            sizes = row[1].split(", ")
+            row[1] = sizes[i % len(sizes)]
+        records["AcpiTableQuery" + generation] = (int(ends[i]), own)
     return records
 
 

@@ -59,11 +59,11 @@ def check_examples(folder, document):
     for text in runs:
         pieces = [piece.partition("\n") for piece in re.split(r"^> ", text, flags=re.M)[1:]]
         check_documents.write("block.cmd", "".join(
-            f"@{'' if line.startswith(('set', 'echo')) else 'call '}{line}\r\n@echo =\r\n"
+            f"@{'' if line.startswith(('set', 'echo')) else 'call '}{line}\r\n@echo [next]\r\n"
             for line, _, _ in pieces))
         done = subprocess.run([*STARTER, "cmd", "/c", "block.cmd"], cwd=folder,
                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE)
-        output = done.stdout.replace(b"\r", b"").split(b"=\n")
+        output = done.stdout.replace(b"\r", b"").split(b"[next]\n")
         for (line, _, shown), printed in zip(pieces, output, strict=False):
             shown, printed = (BANNER.sub(b"", text, count=1).rstrip()
                               for text in (shown.encode(), printed))

@@ -59,7 +59,7 @@ def check_examples(folder, document):
     for text in runs:
         pieces = [piece.partition("\n") for piece in re.split(r"^> ", text, flags=re.M)[1:]]
         check_documents.write("block.cmd", "".join(
-            f"@{'' if line.startswith(('set', 'echo')) else 'call '}{line}\r\n@echo [next]\r\n"
+            f"@{'' if line.startswith(('set', 'echo', 'type')) else 'call '}{line}\r\n@echo [next]\r\n"
             for line, _, _ in pieces))
         done = subprocess.run([*STARTER, "cmd", "/c", "block.cmd"], cwd=folder,
                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE)

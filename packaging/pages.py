@@ -87,12 +87,14 @@ class Example:
         if shortened:
             shown = f"{'' if shortened[:4] == 'head' else '...'}\n{shown}".lstrip("\n")
             shown += "" if shortened[:4] == "tail" else "...\n"
+        if command == "wlanx" and self.edition == "engineering":
+            shown += "...\n"  # wlanx-eng lists more
         if command.startswith("wlanx"):
             lines = self.load(variables.get("A8000_SCENARIO"))
         else:
             lines = ""
         trace = variables.get("A8000_TRACE")
-        command = command.replace("echo $?", "echo %ERRORLEVEL%").replace("'", '"')
+        command = re.sub("^cat ", "type ", command.replace("echo $?", "echo %ERRORLEVEL%"))
         lines += f"> set A8000_TRACE={trace}\n" if trace else ""
         lines += renamed(f"> {command}\n{shown}", self.edition)
         return lines + ("> set A8000_TRACE=\n" if trace else "")

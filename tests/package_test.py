@@ -15,6 +15,22 @@ import check_documents
 from run_cases import BANNER, STARTER, differences, lines_of
 
 
+# A line for cmd, and how what it prints ends: with an adapter, with one that refuses everything, and
+# without a driver.
+BATCH = [
+    ("address", "address is 02-A8-00-5C-1D-42", "no address", "no address"),
+    ("version 2.0.4.118-240509", "as expected", "no answer", "no answer"),
+    ("rate 2-2-1-7-0-0-0-0-0-0", "\nset", "not set", "not set"),
+    ("rate auto", "\nset", "not set", "not set"),
+    ("rate 1-2", "not set", "not set", "not set"),
+    ("antennas AC1900-5G 61", "PASS", 'value="Error in DeviceIoControl"/>', "no report: status 1"),
+    ("antennas6 AC1900-5G 61", "PASS", "refused by the driver", "no driver"),
+    ("antennas6 AC1900-5G 50", "FAIL", "refused by the driver", "no driver"),
+    ("antennas6 12345678901234567890123456789012 50", *["ended with status 3"] * 2, "no driver"),
+    ("done set_ser 1", "\ndone", "not done", "not done"),
+]
+
+
 def unpack(archive, folder):
     with zipfile.ZipFile(archive) as packed:
         packed.extractall(folder)
@@ -47,6 +63,12 @@ def check_texts(folder, edition):
             assert not anchor or f'id="{anchor}"' in check_documents.read(target), f"{path}: {link}"
 
 
+def run_in(folder, line):
+    done = subprocess.run([*STARTER, "cmd", "/c", line], cwd=folder, stdin=subprocess.DEVNULL,
+                          stdout=subprocess.PIPE)
+    return done.stdout.decode("latin-1").replace("\r", "")
+
+
 def check_examples(folder, document):
     """Runs what a document of a package lets one type, one cmd for each of its blocks."""
     check_documents.ROOT = folder
@@ -58,18 +80,28 @@ def check_examples(folder, document):
     assert runs, document
     for text in runs:
         pieces = [piece.partition("\n") for piece in re.split(r"^> ", text, flags=re.M)[1:]]
-        check_documents.write("block.cmd", "".join(
-            f"@{'' if line.startswith(('set', 'echo', 'type')) else 'call '}{line}\r\n@echo [next]\r\n"
+        check_documents.write("block.cmd", "@echo off\r\n" + "".join(
+            f"{'' if line.startswith(('set', 'echo')) else 'call '}{line}\r\necho [next]\r\n"
             for line, _, _ in pieces))
-        done = subprocess.run([*STARTER, "cmd", "/c", "block.cmd"], cwd=folder,
-                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE)
-        output = done.stdout.replace(b"\r", b"").split(b"[next]\n")
-        for (line, _, shown), printed in zip(pieces, output, strict=False):
-            shown, printed = (BANNER.sub(b"", text, count=1).rstrip()
-                              for text in (shown.encode(), printed))
+        output = run_in(folder, "block.cmd").split("[next]\n")
+        for (line, _, shown), printed in zip(pieces, output[:-1], strict=True):
+            shown, printed = (BANNER.sub(b"", text.encode(), count=1).rstrip()
+                              for text in (shown, printed))
             if not line.startswith("a8000ctl") and not check_documents.fits(shown, printed):
                 sys.exit(f"{document}: {line}\n"
                          + differences("", lines_of(shown), lines_of(printed)))
+
+
+def check_batch_files(folder):
+    """Runs the batch files that the examples left there."""
+    check_documents.write("refuses.a8000", "close ok\n")
+    for number, change in enumerate(("scenario --builtin", "scenario refuses.a8000", "remove"), 1):
+        run_in(folder, f"a8000ctl {change}")
+        for line, *ends in BATCH:
+            printed = "\n" + run_in(folder, line).rstrip()
+            if not printed.endswith(ends[number - 1]):
+                sys.exit(f"{line}: {printed}\nis not what is printed after {change}")
+    run_in(folder, "a8000ctl install")
 
 
 def check_program(path, objdump):
@@ -117,8 +149,9 @@ def main(build, objdump, *compiler):
         run(f"{engineering}/a8000ctl.exe", "install")
         for tool in (f"{program}/wlanx.exe", f"{engineering}/wlanx-eng.exe"):
             assert run(tool, "get_mac_add")[-1] == "MAC Address: 02-A8-00-5C-1D-42"
-        for document in ("engineering-commands.md",):
+        for document in ("commands.md", "usage-texts.md", "engineering-commands.md"):
             check_examples(engineering, f"docs/{document}")
+        check_batch_files(engineering)
         run(f"{engineering}/a8000ctl.exe", "scenario", f"{engineering}/scenarios/refusal.a8000")
         assert run(f"{program}/wlanx.exe", "get_mac_add")[-1].startswith("Error")
         check_examples(engineering, "docs/without-adapter.md")  # removes the driver at its end

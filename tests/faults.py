@@ -6,6 +6,8 @@ Nothing may hang or crash, and the requests are those of an undisturbed run.
 import argparse
 import fcntl
 import os
+import re
+import resource
 import select
 import signal
 import subprocess
@@ -15,6 +17,7 @@ import time
 import unittest
 
 SECONDS = 10
+TIME = re.compile(r'timestamp="[^"]*"')
 REPORT = ["export_rssi_report", "rssi", "5g", "net", "70"]
 PROGRAMS = ""
 
@@ -25,10 +28,14 @@ class Faults(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.folder = folder.name
 
-    def start(self, words, program="wlanx", closed=(), variables=None, **more):
+    def start(self, words, program="wlanx", closed=(), variables=None, room=None, **more):
+        """`room` is the size that a file can have."""
         def prepare():
             for descriptor in closed:
                 os.close(descriptor)
+            if room:
+                signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+                resource.setrlimit(resource.RLIMIT_FSIZE, (room, room))
         environment = {**os.environ, "A8000_TRACE": os.path.join(self.folder, "trace")}
         environment.pop("A8000_SCENARIO", None)
         environment.update(variables or {})
@@ -70,15 +77,15 @@ class Faults(unittest.TestCase):
             for words in (["stat"], ["set_pcie_driving"], REPORT + ["report.xml"], [], ["sar"]):
                 code, _, _ = self.run_tool(words)
                 expected = code, self.trace()
-                for fault in ({"closed": (1,)}, {"closed": (0, 1, 2)}, {"stdout": full},
-                              {"stdout": write_end}):
+                for fault in ({"closed": (1,)}, {"closed": (0, 1)}, {"closed": (0, 1, 2)},
+                              {"stdout": full}, {"stdout": write_end}):
                     with self.subTest(words=words, fault=fault):
                         code, _, errors = self.run_tool(words, **fault)
                         self.assertEqual((code, self.trace()), expected)
                         self.assertFalse(errors)
                         if words == REPORT + ["report.xml"]:
                             with open(os.path.join(self.folder, words[-1])) as report:
-                                self.assertRegex(report.read(), r"\A<\?xml[^\0]*>\n\Z")
+                                self.assertRegex(report.read(), r"\A<\?xml[^\0?]*\?>[^\0?]*</Results>\n\Z")
 
     def test_report_on_a_full_disk(self):
         code, output, errors = self.run_tool(REPORT + ["/dev/full"])
@@ -90,6 +97,44 @@ class Faults(unittest.TestCase):
         code, output, errors = self.run_tool(["get_mac_Add"])
         self.assertEqual(code, 0)
         self.assertEqual(errors.count(b"No space left on device"), 1)
+
+    def test_trace_without_room_for_a_whole_line(self):
+        """The recording ends before the line that does not fit, and the run goes on."""
+        code, output, errors = self.run_tool(["get_mac_Add"], room=1000)
+        self.assertEqual(errors, b"")
+        whole = self.trace()
+        opened = whole.index("\n") + 1
+        for room in (opened + 1, whole.index("close") - 1, len(whole) - 1):
+            with self.subTest(room=room):
+                run = self.run_tool(["get_mac_Add"], variables={"A8000_TRACE": "trace"}, room=room)
+                self.assertEqual(run, (code, output, b"a8000: trace:0: File too large\n"))
+                self.assertEqual(self.trace(), whole[:whole.rindex("\n", 0, room) + 1])
+
+    def test_report_is_whole_before_the_device_closes(self):
+        """Closing hangs: the trace is a pipe without room for its line."""
+        self.run_tool(REPORT + ["report.xml"])
+        trace, report = (os.path.join(self.folder, name) for name in ("trace", "report.xml"))
+        recorded = os.path.getsize(trace)
+        with open(report) as file:
+            whole = file.read()
+        os.remove(trace)
+        os.remove(report)
+        os.mkfifo(trace)
+        pipe = os.open(trace, os.O_RDWR)
+        self.addCleanup(os.close, pipe)
+        os.write(pipe, b"x" * (fcntl.fcntl(pipe, fcntl.F_SETPIPE_SZ, 4096) - recorded + 1))
+        process = self.start(REPORT + ["report.xml"], stdout=subprocess.DEVNULL,
+                             stderr=subprocess.DEVNULL)
+        text, until = "", time.monotonic() + SECONDS
+        while TIME.sub("", text) != TIME.sub("", whole) and time.monotonic() < until:
+            time.sleep(0.05)
+            if os.path.exists(report):
+                with open(report) as file:
+                    text = file.read()
+        running = process.poll() is None
+        process.kill()
+        process.wait(SECONDS)
+        self.assertEqual((TIME.sub("", text), running), (TIME.sub("", whole), True))
 
     def test_unusable_files(self):
         """Opening fails, and standard error says why; a long word is cut."""

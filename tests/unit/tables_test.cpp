@@ -160,7 +160,6 @@ TEST(Tables, ValueNames) {
     names += std::to_string(bit) + DebugCategoryName(category) + " ";
   }
   for (uint32_t level = 0; level < 8; level++) names += std::string(DebugLevelName(level)) + " ";
-  for (uint32_t mode = 0; mode < 6; mode++) names += std::string(PhyModeName(mode)) + " ";
   EXPECT_EQ(names,
             "0DBG_CAT_INIT 1DBG_CAT_HW 2DBG_CAT_FW 3DBG_CAT_HIF 4DBG_CAT_FPGA 5DBG_CAT_TEST "
             "6DBG_CAT_RA 7DBG_CAT_AP 8DBG_CAT_CLIENT 9DBG_CAT_TX 10DBG_CAT_RX 11DBG_CAT_CFG "
@@ -168,8 +167,7 @@ TEST(Tables, ValueNames) {
             "17DBG_CAT_COEX 18DBG_CAT_P2P 19Unknown 20DBG_CAT_FUNC 21Unknown 22Unknown 23Unknown "
             "24Unknown 25Unknown 26Unknown 27Unknown 28Unknown 29Unknown 30DBG_CAT_RSV1 "
             "31DBG_CAT_RSV2 32DBG_CAT_ALL 33Unknown DBG_LVL_OFF DBG_LVL_ERROR DBG_LVL_WARN "
-            "DBG_LVL_TRACE DBG_LVL_INFO DBG_LVL_LOUD DBG_LVL_NOISY Unknown CCK OFDM HTMIX "
-            "HTGREENFIELD VHT UNKNOWN_PHY_MODE ");
+            "DBG_LVL_TRACE DBG_LVL_INFO DBG_LVL_LOUD DBG_LVL_NOISY Unknown ");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""Which files belong to the tree: those that git knows or would add; without a repository, as in a
-source archive, those that are there.
+"""Which files belong to the project: those that git knows, and new ones beside them; without a
+repository, as in a source archive, those that are there. Folders that only lie in the tree, as build
+folders do, are no part of it.
 
   tree_files.py [PATTERN...]    prints those that match one of the patterns, as "*.h" or "app/*.h"
 """
@@ -15,6 +16,9 @@ ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 
 def in_folders():
     for folder, folders, names in os.walk(ROOT):
+        if "CMakeCache.txt" in names and folder != ROOT:
+            folders.clear()
+            continue
         at = os.path.relpath(folder, ROOT)
         folders[:] = [name for name in folders if name != "__pycache__" and
                       (at, name) not in ((".", "build"), (".", ".git"))]
@@ -22,12 +26,18 @@ def in_folders():
             yield os.path.normpath(os.path.join(at, name))
 
 
+def ls_files(*options):
+    listed = subprocess.run(["git", "ls-files", "-z", "--exclude-standard", *options], cwd=ROOT,
+                            stdout=subprocess.PIPE, text=True, check=True).stdout.split("\0")
+    return [path for path in listed if path and os.path.exists(os.path.join(ROOT, path))]
+
+
 def tree_files():
     if not os.path.exists(os.path.join(ROOT, ".git")):
         return sorted(in_folders())
-    listed = subprocess.run(["git", "ls-files", "-coz", "--exclude-standard"], cwd=ROOT,
-                            stdout=subprocess.PIPE, text=True, check=True).stdout.split("\0")
-    return sorted(path for path in set(listed) if path and os.path.exists(os.path.join(ROOT, path)))
+    known = ls_files("-c")
+    folders = {os.path.dirname(path) for path in known}
+    return sorted({*known, *(path for path in ls_files("-o") if os.path.dirname(path) in folders)})
 
 
 if __name__ == "__main__":

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Makes the completions of both programs for bash and PowerShell.
 
-They offer the command words of the command table and, behind each, the words of its usage text as
-the program lists it. With --check nothing is written; what has drifted is named.
+They offer the command words of the command table and, after each, the words of its usage text as the
+program lists it, and those that a text leaves out. With --check nothing is written; what has drifted is named.
 """
 
 import argparse
@@ -18,15 +18,36 @@ ROOT = os.path.dirname(FOLDER)
 VALUES = set("Address Value Index DebugCategory DebugLevel regname regvalue addr_hex val_hex wlanidx "
              "set_ax_basize".split())
 FILES = "(files)"
+# What the commands take and their texts leave out, written as texts write it.
+LEFT_OUT = """
+sar get_country_code
+country set_st_pwr_tbl <country>
+fixedrate UseWCID
+fixedrate ApplyAll
+txbf TxBfProfileTagRead <values>
+txbf TxBfProfileDataRead <values>
+set_sr <1/0>
+radar_detect <1/0>
+rdd_dbdc <0/1>
+dynamic_dtim <1/0>
+pwrsave <1/0>
+set_bssid bssid <address>
+set_bssid2 bssid <address>
+chan_pref_cfg <1/2/3/4>
+"""
 
 BASH = """# Completion of {program} in bash. Made by generate.py.
 _{name}() {{
-  local IFS=$' \\t\\n' words=
+  local IFS=$' \\t\\n' words= word
   local typed="$COMP_CWORD ${{COMP_WORDS[*]:1:COMP_CWORD-1}}"
   case "${{typed,,}}" in
 {cases}
   esac
-  COMPREPLY=($(compgen -W "$words" -- "${{COMP_WORDS[COMP_CWORD]}}"))
+  COMPREPLY=()
+  typed=${{COMP_WORDS[COMP_CWORD]}}
+  for word in $words; do
+    if [[ ${{word,,}} == "${{typed,,}}"* ]]; then COMPREPLY+=("$word"); fi
+  done
 }}
 complete -F _{name} {program} {program}.exe
 """
@@ -111,7 +132,8 @@ def places_of(program, programs):
     first = Place()
     for command in re.findall(r'^ *\{0x\w+, "(\w+)",', commands, re.M):
         texts = re.findall(rf"^{command} .*\n((?:[ \t].*\n|\n(?=[ \t]))*)", listing, re.M)
-        first.words[command] = read_usage("".join(texts), program, command)
+        left_out = re.sub(r"^(?=\w)", f"{program} ", LEFT_OUT, flags=re.M)
+        first.words[command] = read_usage(left_out + "".join(texts), program, command)
     return list(list_places(first, []))
 
 

@@ -13,13 +13,52 @@ export LC_ALL=C.UTF-8
 export GIT_CONFIG_COUNT=1 GIT_CONFIG_KEY_0=safe.directory GIT_CONFIG_VALUE_0="$root"
 export GIT_CEILING_DIRECTORIES="${root%/*}"
 
-# What is installed for whom. A script that calls others installs at its beginning what they need.
-buildPackages='g++ cmake ninja-build python3 libgtest-dev'
-testPackages="$buildPackages git"
+# Debian has some programs where only root's shell or nobody's looks.
+PATH=$PATH:/usr/sbin:/sbin:/usr/lib/wine
+
+# Which of Debian's packages are needed for what. A script that calls others asks at its beginning for
+# what they need.
+toolPackages='g++ cmake ninja-build'
+testPackages="$toolPackages python3 libgtest-dev git"
 lintPackages="$testPackages clang clang-format clang-tidy cppcheck"
 fuzzPackages="$testPackages clang libclang-rt-14-dev"
 crossPackages='g++-mingw-w64-x86-64-win32 mingw-w64-x86-64-dev cmark-gfm cmake ninja-build python3'
 windowsPackages="$crossPackages wine64"
+
+# needsOf PACKAGE: what the package is needed for, wherever that comes from: programs, and files as
+# the compiler in front of them finds them.
+needsOf() {
+  case $1 in
+    g++) echo "${CXX:-c++}" ;;
+    ninja-build) echo ninja ;;
+    libgtest-dev) echo "${CXX:-c++}:gtest/gtest.h" ;;
+    libc6-dev) echo gcc:stdio.h ;;
+    clang) echo clang++ ;;
+    clang-tidy) echo clang-tidy run-clang-tidy ;;
+    libclang-rt-14-dev) echo clang++:libclang_rt.fuzzer ;;
+    g++-mingw-w64-x86-64-win32) echo x86_64-w64-mingw32-g++ x86_64-w64-mingw32-windres ;;
+    mingw-w64-x86-64-dev) echo x86_64-w64-mingw32-g++:ddk/ntifs.h ;;
+    wine64) echo "$(wine) wineserver" ;;
+    time) echo /usr/bin/time ;;
+    pciutils) echo lspci ;;
+    *) echo "$1" ;;
+  esac
+}
+
+# Newer Wine has one program for all Windows programs.
+wine() { command -v wine64 || echo wine; }
+
+# has NEED: whether it is here.
+has() {
+  command -v "${1%%:*}" >/dev/null || return 1
+  case $1 in
+    *:*.h)
+      printf '#if !__has_include(<%s>)\n#error\n#endif\n' "${1#*:}" |
+        "${1%%:*}" -x c++ -fsyntax-only - >/dev/null 2>&1
+      ;;
+    *:*) ls "$("${1%%:*}" -print-runtime-dir)" 2>/dev/null | grep -qF "${1#*:}" ;;
+  esac
+}
 
 say() { printf '%s\n' "$*" >&2; }
 
@@ -45,14 +84,26 @@ alone() {
   waitFor 8
 }
 
+# missingOf PACKAGE...: those that are needed for something that is not here.
 missingOf() {
   for package in $(printf '%s\n' "$@" | sort -u); do
-    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
-      printf ' %s' "$package"
+    for need in $(needsOf "$package"); do
+      has "$need" || { printf ' %s' "$package"; break; }
+    done
   done
 }
 
-# install PACKAGE...: installs those that are missing, by apt.
+# sayMissing PACKAGE...: what of them is not here, and in which package Debian has it.
+sayMissing() {
+  for package; do
+    for need in $(needsOf "$package"); do
+      has "$need" || say "  $need, in Debian's package $package"
+    done
+  done
+}
+
+# install PACKAGE...: where something that they are needed for is not here, installs them by apt or says
+# what is missing.
 install() {
   [ -n "$(missingOf "$@")" ] || return 0
   mkdir -p "$root/build"
@@ -63,11 +114,17 @@ installMissing() {
   waitFor 9
   missing=$(missingOf "$@")
   [ -n "$missing" ] || return 0
+  if ! command -v apt-get >/dev/null; then
+    say "Install what is missing here:"
+    sayMissing $missing
+    return 1
+  fi
   asRoot=
   if [ "$(id -u)" != 0 ]; then
     asRoot=sudo
     if ! command -v sudo >/dev/null; then
-      say "What is missing cannot be installed without sudo. As root run:"
+      say "What is missing cannot be installed without sudo:"
+      sayMissing $missing
       sayHow "$missing"
       return 1
     fi
@@ -79,30 +136,56 @@ installMissing() {
       -o DPkg::Lock::Timeout=300 $missing; } >"$log" 2>&1 </dev/null || tail -n 20 "$log" >&2
   missing=$(missingOf "$@")
   [ -n "$missing" ] || return 0
-  say "Could not install$missing. To try it by hand, as root run:"
+  say "Still missing:"
+  sayMissing $missing
   sayHow "$missing"
   return 1
 }
 
-sayHow() { say "  apt-get update && apt-get install -y --no-install-recommends$1"; }
+sayHow() {
+  say "As root run:"
+  say "  apt-get update && apt-get install -y --no-install-recommends$1"
+}
 
-# build PRESET: configures once, then builds what changed; quiet unless it fails.
+# phase TEXT COMMAND...: runs the command, which prints nothing, and says in one line what it does and how
+# long it took.
+phase() {
+  inPhase=yes
+  printf '%s ... ' "$1" >&2
+  began=$(date +%s)
+  shift
+  "$@"
+  say "$(($(date +%s) - began)) s"
+  inPhase=
+}
+
+# build PRESET [TARGET...]: configures where needed, then builds what changed of the targets, or
+# everything; quiet unless it fails. Targets are programs, for which no test library is needed.
 build() {
   mkdir -p "$root/build"
-  buildPreset "$1" 9>"$root/build/$1.lock" || exit 1
+  buildPreset "$@" 9>"$root/build/$1.lock" || exit 1
 }
 
 buildPreset() {
   waitFor 9
-  folder=$root/build/$1
+  name=$1
+  shift
+  folder=$root/build/$name
   # A tree that was moved is configured anew.
   if [ ! -f "$folder/build.ninja" ] ||
      ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$folder/CMakeCache.txt"; then
-    say "Building $1 ..."
+    [ -n "${inPhase-}" ] || say "Building $name ..."
     rm -rf "$folder"
+    configure=yes
+  elif [ "$root/CMakePresets.json" -nt "$folder/build.ninja" ] ||
+       { [ $# = 0 ] && grep -qx 'BUILD_TESTING:[A-Z]*=OFF' "$folder/CMakeCache.txt"; }; then
+    configure=yes
+  else
+    configure=
   fi
-  (cd "$root" && { [ -f "$folder/build.ninja" ] || cmake --preset "$1"; } &&
-    cmake --build --preset "$1") >"$folder.log" 2>&1 </dev/null || {
+  (cd "$root" && { [ -z "$configure" ] || cmake --preset "$name" ${1:+-DBUILD_TESTING=OFF}; } &&
+    cmake --build --preset "$name" ${1:+--target "$@"}) >"$folder.log" 2>&1 </dev/null || {
+    [ -z "${inPhase-}" ] || say
     cat "$folder.log" >&2
     return 1
   }
@@ -116,10 +199,13 @@ testPreset() {
   results=$root/build/$1/Testing/Temporary/LastTest.log
   rm -f "$results"
   status=0
-  (cd "$root" && ctest --preset "$1" 8>&- 9>&-) || status=$?
+  began=$(date +%s)
+  say "Tests of $1:"
+  (cd "$root" && ctest --preset "$1" -j "$(nproc)" 8>&- 9>&-) || status=$?
   [ -f "$results" ] || : >"$results"
   awk -v host="$1" '/^[0-9]+ passed, [0-9]+ failed, [0-9]+ skipped/ {p += $1; f += $3; s += $5}
     END {printf "Cases on %s: %d passed, %d failed, %d skipped\n", host, p, f, s
          exit p == 0}' "$results" || status=1
+  say "Tests of $1: $(($(date +%s) - began)) s"
   return $status
 }

@@ -124,7 +124,6 @@ void CallOne(DriverFront* front, Input* input) {
       CallRequest(front, input);
       break;
   }
-  Require(WantedLink(front) == DeviceLink::Present || front->failOpensByLink);
 }
 
 // Whatever was left out of it, the trace loads as a scenario.

@@ -22,11 +22,6 @@ struct Driver {
   int failures;
 };
 
-struct Scenario {
-  LoadHeader header;
-  char text[5 << 20];
-};
-
 struct Answer {
   DWORD error;  // 0: the call succeeded
   DWORD returned;
@@ -58,23 +53,23 @@ Answer Ask(HANDLE device, uint32_t oid, void* payload, size_t length) {
   return Call(device, IOCTL_NDIS_QUERY_GLOBAL_STATS, &oid, sizeof(oid), payload, length);
 }
 
-Scenario* Text() {
-  static Scenario scenario;
-  return &scenario;
+char* Text() {
+  static char text[5 << 20];
+  return text;
 }
 
 // Loads `size` bytes of the text.
 LoadReply Load(Driver* driver, size_t size) {
   LoadReply reply = {};
-  const Answer answer = Call(driver->control, ControlLoadScenario, &Text()->header,
-                             sizeof(LoadHeader) + size, &reply, sizeof(reply));
+  const Answer answer =
+      Call(driver->control, ControlLoadScenario, Text(), size, &reply, sizeof(reply));
   Check(driver, answer.error == 0 && answer.returned == sizeof(reply), "loading is answered");
   return reply;
 }
 
 LoadReply LoadText(Driver* driver, const char* text) {
   const size_t size = strlen(text);
-  memcpy(Text()->text, text, size);
+  memcpy(Text(), text, size);
   return Load(driver, size);
 }
 
@@ -141,13 +136,13 @@ void CheckScenarios(Driver* driver) {
   constexpr size_t Lines = 60000;
   size_t size = 0;
   for (size_t i = 0; i < Lines; i++, size += sizeof(Line) - 1) {
-    memcpy(Text()->text + size, Line, sizeof(Line) - 1);
+    memcpy(Text() + size, Line, sizeof(Line) - 1);
   }
-  memcpy(Text()->text + size, "7 ok", 4);
+  memcpy(Text() + size, "7 ok", 4);
   Check(driver, Load(driver, size + 4).what[0] == 0, "a scenario of 4 MB");
   uint8_t payload[8] = {};
   Check(driver, Ask(driver->device, 7, payload, 8).error == 0, "its last rule answers");
-  memcpy(Text()->text + size, "7 on", 4);
+  memcpy(Text() + size, "7 on", 4);
   const LoadReply reply = Load(driver, size + 4);
   Check(driver, reply.line == Lines + 1 && strcmp(reply.what, "unknown word") == 0,
         "an error in the last line");
@@ -159,7 +154,6 @@ void CheckControl(Driver* driver) {
   HANDLE control = driver->control;
   Check(driver, Call(control, IOCTL_NDIS_QUERY_GLOBAL_STATS, bytes, 4, bytes, 4).error == 1,
         "other codes");
-  Check(driver, Call(control, ControlLoadScenario, bytes, 3, bytes, 128).error == 87, "no header");
   Check(driver, Call(control, ControlLoadScenario, bytes, 4, bytes, 75).error == 122, "no room");
   Check(driver, Call(control, ControlLoadBuiltin, bytes, 5, bytes, 0).error == 87, "length");
   Check(driver, Call(control, ControlFetchTrace, bytes, 0, bytes, 128).error == 87, "no offset");

@@ -1,7 +1,6 @@
 // start_program OPEN CLOSE PROGRAM NAME [WORD...]: starts a program that sees NAME as its own path,
 // and ends with its exit status. OPEN and CLOSE are "ok", "null" or the error code that opening or
-// closing the device, its first CreateFileA, fails with, which no driver under Wine can bring
-// about.
+// closing the device, its first CreateFileA, fails with; a driver cannot bring about all of these.
 #include <windows.h>
 
 #include <cstdint>

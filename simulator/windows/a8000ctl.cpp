@@ -58,13 +58,6 @@ bool Ask(uint32_t code, void* input, uint32_t inputLength, void* output, uint32_
   return error == 0;
 }
 
-// Wine ignores the status of an open request, so that opening has to be made to fail otherwise.
-LoadHeader Header() {
-  HMODULE library = GetModuleHandleA("ntdll.dll");
-  const bool wine = library != nullptr && GetProcAddress(library, "wine_get_version") != nullptr;
-  return {wine ? 1U : 0U};
-}
-
 // Whether the driver runs and a program has the device open.
 bool IsDeviceOpen() {
   SimulatorStatus status = {};
@@ -103,20 +96,16 @@ int Remove() {
 }
 
 struct LoadText {
-  uint32_t size;  // of the scenario's text
-  LoadHeader header;
+  uint32_t size;                    // of the scenario's text
   char text[MaxScenarioBytes + 1];  // one byte more than the driver takes, so that it can refuse
 };
 
 int ReadAndLoad(const char* name, FILE* file, LoadText* load) {
-  load->header = Header();
   load->size = static_cast<uint32_t>(fread(load->text, 1, sizeof(load->text), file));
   if (ferror(file)) return FailFile(name);
   LoadReply reply = {};
   DWORD returned = 0;
-  if (!Ask(ControlLoadScenario, &load->header,
-           static_cast<uint32_t>(sizeof(load->header)) + load->size, &reply, sizeof(reply),
-           &returned)) {
+  if (!Ask(ControlLoadScenario, load->text, load->size, &reply, sizeof(reply), &returned)) {
     return Failed;
   }
   if (reply.what[0] == 0) {
@@ -151,9 +140,8 @@ int LoadFile(const char* name) {
 }
 
 int LoadBuiltin() {
-  LoadHeader header = Header();
   DWORD returned = 0;
-  if (!Ask(ControlLoadBuiltin, &header, sizeof(header), nullptr, 0, &returned)) return Failed;
+  if (!Ask(ControlLoadBuiltin, nullptr, 0, nullptr, 0, &returned)) return Failed;
   printf("The simulated adapter answers from the built-in scenario.\n");
   return Done;
 }

@@ -12,20 +12,15 @@ constexpr uint32_t ControlCode(uint32_t function) {
   return 0x8000U << 16 | 3U << 14 | function << 2;
 }
 
-// In: a LoadHeader and the scenario's text. Out: a LoadReply. A scenario that is refused leaves
-// the one before in force; one that is taken starts a new trace.
+// In: the scenario's text. Out: a LoadReply. A scenario that is refused leaves the one before in
+// force; one that is taken starts a new trace.
 constexpr uint32_t ControlLoadScenario = ControlCode(0x800);
-// In: a LoadHeader. The same for the built-in scenario.
+// The same for the built-in scenario, with nothing in and out.
 constexpr uint32_t ControlLoadBuiltin = ControlCode(0x801);
 // In: a FetchTrace. Out: the trace from there on, as much as the buffer takes; nothing at its end.
 constexpr uint32_t ControlFetchTrace = ControlCode(0x802);
 // Out: a SimulatorStatus.
 constexpr uint32_t ControlQueryStatus = ControlCode(0x803);
-
-struct LoadHeader {
-  uint32_t failOpensByLink;  // 1 where the host ignores the status of an open request, as Wine does
-};
-static_assert(sizeof(LoadHeader) == 4);
 
 struct LoadReply {
   uint32_t line;        // of the error; 0 where the text as a whole is at fault

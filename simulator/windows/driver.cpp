@@ -25,7 +25,7 @@ struct DriverState {
   DEVICE_OBJECT* device;
   DEVICE_OBJECT* control;
   bool controlLinked;
-  DeviceLink link;
+  bool deviceLinked;
   FAST_MUTEX mutex;  // guards the front
   DriverFront front;
 };
@@ -77,24 +77,9 @@ NTSTATUS Complete(IRP* irp, NTSTATUS status, ULONG_PTR returned) {
   return status;
 }
 
-// Brings the device's name into the state that the scenario wants. Names may not change under the
-// mutex; that only Wine changes them, which has one thread for all requests, keeps this in order.
-NTSTATUS ArrangeLink(DriverState* state, DeviceLink wanted) {
-  if (state->link == wanted) return STATUS_SUCCESS;
-  UNICODE_STRING link = DeviceLinkName();
-  UNICODE_STRING target = DeviceName();
-  if (state->link != DeviceLink::Absent) IoDeleteSymbolicLink(&link);
-  state->link = DeviceLink::Absent;
-  if (wanted == DeviceLink::Absent) return STATUS_SUCCESS;
-  const NTSTATUS status =
-      IoCreateSymbolicLink(&link, wanted == DeviceLink::ToItself ? &link : &target);
-  if (NT_SUCCESS(status)) state->link = wanted;
-  return status;
-}
-
 OpenTerms TermsOf(const IO_STACK_LOCATION* call) {
   const auto& create = call->Parameters.Create;
-  // Wine does not tell the rights.
+  // Not every host tells the rights.
   const ACCESS_MASK access = create.SecurityContext != nullptr
                                  ? create.SecurityContext->DesiredAccess
                                  : ReadAndWriteRights;
@@ -111,7 +96,7 @@ NTSTATUS NTAPI HandleCreate(DEVICE_OBJECT* device, IRP* irp) {
   ExAcquireFastMutex(&state->mutex);
   const FrontReply reply = FrontOpen(&state->front, terms);
   ExReleaseFastMutex(&state->mutex);
-  // Wine yields a handle in spite of a failure; the mark tells one that was opened.
+  // A host may yield a handle in spite of a failure; the mark tells one that was opened.
   if (!reply.failed) call->FileObject->FsContext = state;
   return Complete(irp, StatusOf(reply), 0);
 }
@@ -159,9 +144,7 @@ NTSTATUS AnswerControl(DriverState* state, IRP* irp, const IO_STACK_LOCATION* ca
   const FrontReply reply =
       FrontControl(&state->front, control.IoControlCode, irp->AssociatedIrp.SystemBuffer,
                    control.InputBufferLength, control.OutputBufferLength);
-  const DeviceLink wanted = WantedLink(&state->front);
   ExReleaseFastMutex(&state->mutex);
-  ArrangeLink(state, wanted);
   return Complete(irp, StatusOf(reply), reply.returned);
 }
 
@@ -226,8 +209,9 @@ bool RestrictToAdministrators(DEVICE_OBJECT* device) {
 // Takes away what this driver has made; the names may be those of another one that runs already.
 void NTAPI Unload(DRIVER_OBJECT* /*driver*/) {
   DriverState* state = State();
+  UNICODE_STRING link = DeviceLinkName();
   UNICODE_STRING controlLink = ControlLinkName();
-  ArrangeLink(state, DeviceLink::Absent);
+  if (state->deviceLinked) IoDeleteSymbolicLink(&link);
   if (state->controlLinked) IoDeleteSymbolicLink(&controlLink);
   if (state->control != nullptr) IoDeleteDevice(state->control);
   if (state->device != nullptr) IoDeleteDevice(state->device);
@@ -236,6 +220,7 @@ void NTAPI Unload(DRIVER_OBJECT* /*driver*/) {
 
 NTSTATUS CreateDevices(DRIVER_OBJECT* driver, DriverState* state) {
   UNICODE_STRING name = DeviceName();
+  UNICODE_STRING link = DeviceLinkName();
   UNICODE_STRING controlName = ControlName();
   UNICODE_STRING controlLink = ControlLinkName();
   NTSTATUS status = IoCreateDevice(driver, 0, &name, FILE_DEVICE_UNKNOWN, FILE_DEVICE_SECURE_OPEN,
@@ -248,14 +233,15 @@ NTSTATUS CreateDevices(DRIVER_OBJECT* driver, DriverState* state) {
   status = IoCreateSymbolicLink(&controlLink, &controlName);
   if (!NT_SUCCESS(status)) return status;
   state->controlLinked = true;
-  return ArrangeLink(state, DeviceLink::Present);
+  status = IoCreateSymbolicLink(&link, &name);
+  state->deviceLinked = NT_SUCCESS(status);
+  return status;
 }
 
 }  // namespace
 
 extern "C" NTSTATUS NTAPI DriverEntry(DRIVER_OBJECT* driver, UNICODE_STRING* /*registryPath*/) {
   DriverState* state = State();
-  state->link = DeviceLink::Absent;
   ExInitializeFastMutex(&state->mutex);
   driver->MajorFunction[IRP_MJ_CREATE] = HandleCreate;
   driver->MajorFunction[IRP_MJ_CLOSE] = HandleClose;

@@ -24,8 +24,8 @@ constexpr FrontReply Reply(CallResult result, uint32_t returned) {
 }
 
 // Whether a program opens the device as the tool does: for reading and writing and nothing else,
-// unshared, creating always, without flags, with normal attributes. Wine reports the disposition
-// and the attributes as 0, which no CreateFile call yields.
+// unshared, creating always, without flags, with normal attributes. A host that keeps the
+// disposition and the attributes to itself reports both as 0, which no CreateFile call yields.
 bool AreChannelTerms(OpenTerms terms) {
   constexpr uint32_t GenericReadAndWrite = 0xC0000000;
   constexpr uint32_t ReadData = 0x80000001;  // by either name
@@ -90,35 +90,26 @@ void Describe(const ScenarioError* error, LoadReply* reply) {
 
 FrontReply LoadScenario(DriverFront* front, void* buffer, uint32_t inputLength,
                         uint32_t outputLength) {
-  LoadHeader header = {};
   LoadReply reply = {};
-  if (inputLength < sizeof(header)) return Refusal(ErrorInvalidParameter);
   if (outputLength < sizeof(reply)) return Refusal(ErrorInsufficientBuffer);
-  memcpy(&header, buffer, sizeof(header));
 
-  const char* text = static_cast<const char*>(buffer) + sizeof(header);
-  const uint32_t size = inputLength - static_cast<uint32_t>(sizeof(header));
+  const char* text = static_cast<const char*>(buffer);
   ScenarioSizes sizes = {};
-  const ScenarioError error = ParseScenario(text, size, nullptr, &sizes, nullptr);
+  const ScenarioError error = ParseScenario(text, inputLength, nullptr, &sizes, nullptr);
   if (error.what == nullptr) {
     StoredScenario* stored = AllocateScenario(front->memory, sizes);
     if (stored == nullptr) return Refusal(ErrorNotEnoughMemory);
-    ParseScenario(text, size, &stored->parts, &sizes, &stored->scenario);
+    ParseScenario(text, inputLength, &stored->parts, &sizes, &stored->scenario);
     UseScenario(front, stored, &stored->scenario);
-    front->failOpensByLink = header.failOpensByLink != 0;
   }
   Describe(&error, &reply);
   memcpy(buffer, &reply, sizeof(reply));
   return {0, sizeof(reply), false};
 }
 
-FrontReply LoadBuiltin(DriverFront* front, const void* buffer, uint32_t inputLength) {
-  LoadHeader header = {};
-  if (inputLength != sizeof(header)) return Refusal(ErrorInvalidParameter);
-  memcpy(&header, buffer, sizeof(header));
-  if (!UseBuiltin(front)) return Refusal(ErrorNotEnoughMemory);
-  front->failOpensByLink = header.failOpensByLink != 0;
-  return {};
+FrontReply LoadBuiltin(DriverFront* front, uint32_t inputLength) {
+  if (inputLength != 0) return Refusal(ErrorInvalidParameter);
+  return UseBuiltin(front) ? FrontReply{} : Refusal(ErrorNotEnoughMemory);
 }
 
 FrontReply Fetch(const DriverFront* front, void* buffer, uint32_t inputLength,
@@ -191,7 +182,7 @@ FrontReply FrontControl(DriverFront* front, uint32_t code, void* buffer, uint32_
     case ControlLoadScenario:
       return LoadScenario(front, buffer, inputLength, outputLength);
     case ControlLoadBuiltin:
-      return LoadBuiltin(front, buffer, inputLength);
+      return LoadBuiltin(front, inputLength);
     case ControlFetchTrace:
       return Fetch(front, buffer, inputLength, outputLength);
     case ControlQueryStatus:
@@ -199,11 +190,4 @@ FrontReply FrontControl(DriverFront* front, uint32_t code, void* buffer, uint32_
     default:
       return Refusal(ErrorInvalidFunction);
   }
-}
-
-DeviceLink WantedLink(const DriverFront* front) {
-  const CallResult open = AdapterOpen(&front->adapter);
-  if (!front->failOpensByLink || open.outcome != Outcome::Fails) return DeviceLink::Present;
-  if (open.error == ErrorFileNotFound) return DeviceLink::Absent;
-  return open.error == ErrorInvalidParameter ? DeviceLink::ToItself : DeviceLink::Present;
 }

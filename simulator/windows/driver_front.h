@@ -20,7 +20,6 @@ struct DriverFront {
   uint32_t opened;    // handles open now
   uint32_t loads;     // scenarios put in force so far
   bool builtin;
-  bool failOpensByLink;
 };
 
 // The largest payload that a request may have, far above what any command sends. One that is larger
@@ -44,13 +43,6 @@ struct FrontReply {
   bool failed;        // fails even with error 0
 };
 
-// What becomes of the name that programs open the device by.
-enum class DeviceLink : uint8_t {
-  Present,
-  Absent,    // opening fails with 2
-  ToItself,  // opening fails with 87
-};
-
 // Starts with the built-in scenario. Returns false where there is no memory.
 bool FrontStart(DriverFront* front, HostMemory memory);
 void FrontStop(DriverFront* front);
@@ -66,5 +58,3 @@ FrontReply FrontRequest(DriverFront* front, uint32_t code, const void* input, ui
 // One request of the control program. `buffer` holds the input and takes the output.
 FrontReply FrontControl(DriverFront* front, uint32_t code, void* buffer, uint32_t inputLength,
                         uint32_t outputLength);
-
-DeviceLink WantedLink(const DriverFront* front);

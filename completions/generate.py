@@ -124,7 +124,7 @@ def list_places(place, path):
 
 def places_of(program, programs):
     listing = subprocess.run([program], executable=os.path.join(programs, program),
-                             stdout=subprocess.PIPE, text=True).stdout
+                             stdout=subprocess.PIPE, text=True, timeout=60).stdout
     commands = ""
     for name in ["command_table.cpp"] + ["internal_rows.inc"] * (program == "wlanx-eng"):
         with open(os.path.join(ROOT, "app", name), encoding="utf-8") as file:

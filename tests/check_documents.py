@@ -19,6 +19,7 @@ import subprocess
 import sys
 import tempfile
 
+import programs
 from run_cases import BANNER, ROOT, TRACED, differences, lines_of, unescape
 
 sys.path.append(os.path.join(ROOT, "packaging"))
@@ -64,20 +65,18 @@ def as_printed(output):
 class Session:
     """Runs a document's examples and collects the requests that reached the adapter."""
 
-    def __init__(self, programs, folder):
-        self.programs, self.folder = programs, folder
+    def __init__(self, tools, folder):
+        self.tools, self.folder = tools, folder
         self.status, self.problems, self.requests = 0, "", set()
         os.symlink(os.path.join(ROOT, "simulator"), os.path.join(folder, "simulator"))
         self.environment = {k: v for k, v in os.environ.items() if not k.startswith("A8000_")}
-        self.environment.update(PATH=programs + os.pathsep + os.environ["PATH"], TZ="UTC",
+        self.environment.update(PATH=tools + os.pathsep + os.environ["PATH"], TZ="UTC",
                                 A8000_TRACE="trace")
 
     def run(self, command):
         command = command.replace("scripts/run --eng", "wlanx-eng").replace("scripts/run", "wlanx")
-        done = subprocess.run(
-            ["sh", "-c", f"(exit {self.status})\n{command}"], cwd=self.folder,
-            env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-            stderr=subprocess.STDOUT)
+        done = programs.run(["sh", "-c", f"(exit {self.status})\n{command}"], cwd=self.folder,
+                            env=self.environment, stderr=subprocess.STDOUT)
         self.status = done.returncode
         for path in glob.glob(os.path.join(self.folder, "*trace")):
             trace = read(path).encode()
@@ -90,7 +89,7 @@ class Session:
         if language == "cases":
             write(os.path.join(self.folder, "document.cases"), text)
             output = self.run(shlex.join([sys.executable, f"{ROOT}/tests/run_cases.py", "--programs",
-                                          self.programs, "document.cases"]))
+                                          self.tools, "document.cases"]))
             self.problems += output.decode() if self.status else ""
             return fence[0]
         if name:
@@ -151,10 +150,10 @@ def check_readers(edition, text):
     """A document of a package holds nothing that is not there for its readers."""
     problems = "".join(f"not for readers of the package {edition}: {found[0]}\n"
                        for found in FOREIGN[edition].finditer(text))
-    programs = TYPED[edition].split() + [f[1].split(".")[0] for f in FENCE.findall(text)]
+    typed = TYPED[edition].split() + [f[1].split(".")[0] for f in FENCE.findall(text)]
     return problems + "".join(f"cannot be typed with the package {edition}: {word}\n"
                               for word in re.findall(r"^> (\S+)", text, re.M)
-                              if word not in programs)
+                              if word not in typed)
 
 
 def check_patch(text):
@@ -162,8 +161,8 @@ def check_patch(text):
     patch = "".join(f[2] for f in FENCE.findall(text) if f[0] == "diff")
     # Inside another repository git would leave out what is not in that one's folder.
     alone = {**os.environ, "GIT_CEILING_DIRECTORIES": os.path.dirname(ROOT)}
-    results = [subprocess.run(["git", "apply", "--unidiff-zero", "--check", *reverse], cwd=ROOT,
-                              input=patch, env=alone, capture_output=True, text=True)
+    results = [programs.run(["git", "apply", "--unidiff-zero", "--check", *reverse], cwd=ROOT,
+                            input=patch, env=alone, text=True)
                for reverse in ([], ["-R"])]
     if not patch or 0 in [result.returncode for result in results]:
         return ""
@@ -173,8 +172,8 @@ behind what it adds, that the file has now; the number behind @@ - may be about 
 
 
 def compile_errors(text, *options):
-    done = subprocess.run(["c++", "-fsyntax-only", *options, "-"], input=text, capture_output=True,
-                          text=True, env={**os.environ, "LC_ALL": "C"})
+    done = programs.run(["c++", "-fsyntax-only", *options, "-"], input=text, text=True,
+                        env={**os.environ, "LC_ALL": "C"})
     return "".join(re.findall(r"error: (.*\n)", done.stderr)) or done.stderr
 
 

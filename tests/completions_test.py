@@ -7,6 +7,8 @@ import os
 import re
 import subprocess
 
+import programs
+
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 FOLDER = os.path.join(ROOT, "completions")
 ASK = """. ./$1.bash; compopt() { COMPREPLY+=("$*"); }; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1))
@@ -27,9 +29,9 @@ def read(path):
 
 def main():
     for line, words in WORDS.items():
-        reply = subprocess.run(["bash", "-uc", ASK, "ask", *line.split(" ")], cwd=FOLDER, check=True,
-                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True).stdout
-        assert reply.split() == words.split(), f"{line}: {reply}"
+        reply = programs.run(["bash", "-uc", ASK, "ask", *line.split(" ")], cwd=FOLDER,
+                             stderr=subprocess.STDOUT, text=True)
+        assert reply.returncode == 0 and reply.stdout.split() == words.split(), f"{line}: {reply}"
     for program in ("wlanx", "wlanx-eng"):
         bash, powershell = (read(f"{FOLDER}/{program}.{kind}") for kind in ("bash", "ps1"))
         ours = re.findall(r"^    '(.*)' \{ -split '(.*)' \}$", powershell, re.M)

@@ -16,7 +16,8 @@ import tempfile
 import time
 import unittest
 
-SECONDS = 10
+import programs
+
 TIME = re.compile(r'timestamp="[^"]*"')
 REPORT = ["export_rssi_report", "rssi", "5g", "net", "70"]
 PROGRAMS = ""
@@ -39,13 +40,15 @@ class Faults(unittest.TestCase):
         environment = {**os.environ, "A8000_TRACE": os.path.join(self.folder, "trace")}
         environment.pop("A8000_SCENARIO", None)
         environment.update(variables or {})
-        return subprocess.Popen([os.path.join(PROGRAMS, program)] + words, cwd=self.folder,
-                                env=environment, stdin=subprocess.DEVNULL, preexec_fn=prepare,
-                                **{"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **more})
+        process = programs.start([os.path.join(PROGRAMS, program)] + words, cwd=self.folder,
+                                 env=environment, stdin=subprocess.DEVNULL, preexec_fn=prepare,
+                                 **{"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **more})
+        self.addCleanup(programs.end, process)
+        return process
 
     def run_tool(self, words, **more):
         process = self.start(words, **more)
-        output, errors = process.communicate(timeout=SECONDS)
+        output, errors = programs.finish(process)
         return process.returncode, output, errors
 
     def trace(self):
@@ -125,15 +128,14 @@ class Faults(unittest.TestCase):
         os.write(pipe, b"x" * (fcntl.fcntl(pipe, fcntl.F_SETPIPE_SZ, 4096) - recorded + 1))
         process = self.start(REPORT + ["report.xml"], stdout=subprocess.DEVNULL,
                              stderr=subprocess.DEVNULL)
-        text, until = "", time.monotonic() + SECONDS
+        text, until = "", time.monotonic() + programs.SECONDS
         while TIME.sub("", text) != TIME.sub("", whole) and time.monotonic() < until:
             time.sleep(0.05)
             if os.path.exists(report):
                 with open(report) as file:
                     text = file.read()
         running = process.poll() is None
-        process.kill()
-        process.wait(SECONDS)
+        programs.end(process)
         self.assertEqual((TIME.sub("", text), running), (TIME.sub("", whole), True))
 
     def test_unusable_files(self):
@@ -175,14 +177,14 @@ class Faults(unittest.TestCase):
             pipe = os.open(trace, os.O_RDWR)
             os.write(pipe, b"x" * (fcntl.fcntl(pipe, fcntl.F_SETPIPE_SZ, 4096) - room))
             process = self.start(["get_mac_Add"])
-            self.addCleanup(process.kill)
             output = b""
-            while (output != expected and select.select([process.stdout], [], [], SECONDS)[0] and
+            while (output != expected and
+                   select.select([process.stdout], [], [], programs.SECONDS)[0] and
                    (piece := os.read(process.stdout.fileno(), 4096))):
                 output += piece
             self.assertEqual((output, process.poll()), (expected, None))
             process.kill()
-            process.communicate(timeout=SECONDS)
+            programs.finish(process)
             os.close(pipe)
 
     def test_killed_between_requests(self):
@@ -197,7 +199,7 @@ class Faults(unittest.TestCase):
             before = self.trace()
             time.sleep(0.1)
         process.kill()
-        process.communicate(timeout=SECONDS)
+        programs.finish(process)
         self.assertEqual(process.returncode, -signal.SIGKILL)
         with os.fdopen(read_end, "rb") as pipe:
             printed = pipe.read().count(b" WTBL 01 EntryDW[")

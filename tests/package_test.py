@@ -6,12 +6,12 @@ import glob
 import hashlib
 import os
 import re
-import subprocess
 import sys
 import tempfile
 import zipfile
 
 import check_documents
+import programs
 from run_cases import BANNER, STARTER, differences, lines_of
 
 
@@ -64,8 +64,7 @@ def check_texts(folder, edition):
 
 
 def run_in(folder, line):
-    done = subprocess.run([*STARTER, "cmd", "/c", line], cwd=folder, stdin=subprocess.DEVNULL,
-                          stdout=subprocess.PIPE)
+    done = programs.run([*STARTER, "cmd", "/c", line], cwd=folder)
     return done.stdout.decode("latin-1").replace("\r", "")
 
 
@@ -105,8 +104,7 @@ def check_batch_files(folder):
 
 
 def check_program(path, objdump):
-    headers = subprocess.run([objdump, "-p", path], check=True, capture_output=True,
-                             text=True).stdout
+    headers = programs.run([objdump, "-p", path], text=True).stdout
     libraries = set(re.findall(r"DLL Name: (\S+)", headers))
     assert libraries == {"KERNEL32.dll", "msvcrt.dll"}, libraries
     for flag in ("HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT"):
@@ -126,19 +124,19 @@ def check_header(folder, compiler):
                         check_documents.read("docs/driver-protocol.md"), re.M | re.S)[1]
     for language, text in (("c", routine), ("c", '#include "a8000_protocol.h"\n'),
                            ("c++", '#include "a8000_protocol.h"\n')):
-        subprocess.run([*compiler, "-fsyntax-only", "-Wall", "-Werror", f"-I{folder}/include",
-                        f"-x{language}", "-"], input=text, text=True, check=True)
+        done = programs.run([*compiler, "-fsyntax-only", "-Wall", "-Werror", f"-I{folder}/include",
+                             f"-x{language}", "-"], input=text, text=True)
+        assert done.returncode == 0, done
 
 
 def run(*words):
-    done = subprocess.run([*STARTER, *words], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                          text=True)
-    return done.stdout.splitlines()
+    return programs.run([*STARTER, *words], text=True).stdout.splitlines()
 
 
 def main(build, objdump, *compiler):
     with tempfile.TemporaryDirectory() as folder:
-        subprocess.run(["cpack", "-B", folder], cwd=build, check=True, stdout=subprocess.DEVNULL)
+        packed = programs.run(["cpack", "-B", folder], cwd=build, text=True)
+        assert packed.returncode == 0, packed
         program = unpack(f"{folder}/wlanx-1.0.0.70-win64.zip", folder)
         engineering = unpack(f"{folder}/wlanx-engineering-1.0.0.70-win64.zip", folder)
         check_program(f"{program}/wlanx.exe", objdump)

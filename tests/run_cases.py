@@ -39,6 +39,8 @@ import sys
 import tempfile
 from types import SimpleNamespace
 
+import programs
+
 # What starts a Windows program where this is not Windows.
 STARTER = [] if os.name == "nt" else [os.environ.get("WINE", "wine64")]
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
@@ -168,10 +170,8 @@ class LinuxHost:
         environment.pop("A8000_SCENARIO", None)
         if scenario:
             environment["A8000_SCENARIO"] = scenario
-        done = subprocess.run(
-            [run.path or run.edition] + run.words, cwd=work, env=environment, capture_output=True,
-            executable=os.path.join(self.folder, run.edition), stdin=subprocess.DEVNULL,
-            timeout=60)  # a run that hangs ends the tests with the command named
+        done = programs.run([run.path or run.edition] + run.words, cwd=work, env=environment,
+                            executable=os.path.join(self.folder, run.edition))
         data = open(trace, "rb").read() if os.path.exists(trace) else b""
         return done.stdout, done.stderr, done.returncode, data
 
@@ -191,7 +191,7 @@ class WindowsHost:
         if STARTER:  # the programs' own path may hold what Windows' 8-bit calls cannot say
             self.folder = os.path.join(self.exchange.name, "programs")
             os.symlink(folder, self.folder)
-        self.control = subprocess.Popen(
+        self.control = programs.start(
             STARTER + [os.path.join(folder, "a8000ctl.exe"), "-"], cwd=self.exchange.name,
             stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
 
@@ -209,11 +209,11 @@ class WindowsHost:
         self.control.stdin.write(command + "\n")
         self.control.stdin.flush()
         said = f"a8000ctl {command}: "
-        for answer in self.control.stdout:
+        while answer := programs.read_line(self.control):
             if answer.startswith("= "):
                 return "" if answer == "= 0\n" else said
             said += answer
-        sys.exit(said + "a8000ctl ended")
+        sys.exit(said + f"no answer in {programs.SECONDS} seconds: the driver hangs")
 
     def run(self, case, run, scenario, work):
         trace = os.path.join(self.exchange.name, "trace")
@@ -231,8 +231,7 @@ class WindowsHost:
         zone = environment.get("TZ", "")
         environment["TZ"] = self.zones.get(zone, zone)
         for _ in range(5):
-            done = subprocess.run([*STARTER, *program, *run.words], cwd=work, env=environment,
-                                  capture_output=True, stdin=subprocess.DEVNULL)
+            done = programs.run([*STARTER, *program, *run.words], cwd=work, env=environment)
             # Of a thousand programs Wine fails to start one or two; one that runs prints something.
             if done.stdout or done.stderr:
                 break

@@ -30,6 +30,7 @@ In printed lines \\xHH, \\n, \\r, \\t and \\\\ stand for the byte.
 import argparse
 import difflib
 import glob
+import itertools
 import os
 import re
 import shlex
@@ -257,8 +258,7 @@ class WindowsHost:
             printed = BANNER.sub(b"", output, 1)
             if (printed, errors, status) != (run.output, b"", run.status):
                 problems += f"replayed: {status} {printed!r} {errors!r}\n"
-            if requests_of(replayed) != requests_of(recorded):
-                problems += f"replayed: {replayed!r}\n"
+            problems += request_differences(requests_of(recorded), requests_of(replayed))
         return problems
 
 
@@ -266,8 +266,33 @@ def requests_of(trace):
     return [(m[1].decode(), bytes.fromhex((m[3] or b"").decode())) for m in TRACED.finditer(trace)]
 
 
-def show(requests):
-    return [f"{oid} {data.hex()}\n" for oid, data in requests]
+def notation(sent):
+    """A request as a case has it; a text of it that could be taken for a word stays in hex."""
+    oid, data = sent
+    words = [oid]
+    for piece in re.finditer(rb"(.)\1{3,}|[ !#-\[\]-~]{4,}|.", data, re.S):
+        if piece[1]:
+            words.append(f"{piece[1].hex()}*{len(piece[0])}")
+        elif len(piece[0]) > 1:
+            words.append(f'"{piece[0].decode()}"')
+        elif len(words) > 1 and words[-1].isalnum():
+            words[-1] += piece[0].hex()
+        else:
+            words.append(piece[0].hex())
+    return " ".join(words)
+
+
+def request_differences(expected, sent):
+    text = ""
+    for number, pair in enumerate(itertools.zip_longest(expected, sent), 1):
+        wanted, got = pair
+        if wanted != got:
+            text += (f"request {number} expected: {notation(wanted) if wanted else 'none'}\n"
+                     f"request {number} sent:     {notation(got) if got else 'none'}\n")
+        if wanted != got and None not in pair and wanted[0] == got[0]:
+            both = len(os.path.commonprefix([wanted[1], got[1]]))
+            text += f"  the first difference is at offset {both}\n"
+    return text
 
 
 def differences(what, expected, actual):
@@ -309,7 +334,7 @@ def check(host, case, run, folder):
         problems += f"standard error: {errors!r}\n"
     sent = requests_of(trace)
     if run.requests is not None and sent != run.requests:
-        problems += differences("requests", show(run.requests), show(sent))
+        problems += request_differences(run.requests, sent)
     for name, text in run.files.items():
         expected = text.replace(b"\n", host.line_end)
         path = os.path.join(work, name)

@@ -12,7 +12,8 @@ import subprocess
 import sys
 
 FOLDER = os.path.dirname(os.path.abspath(__file__))
-ROOT = os.path.dirname(FOLDER)
+sys.path.append(os.path.join(os.path.dirname(FOLDER), "scripts"))
+from command_rows import ENGINEERING, TOOL, command_rows  # noqa: E402
 
 # What usage texts write for a value that the user chooses, besides words in <>.
 VALUES = set("Address Value Index DebugCategory DebugLevel regname regvalue addr_hex val_hex wlanidx "
@@ -125,12 +126,9 @@ def list_places(place, path):
 def places_of(program, programs):
     listing = subprocess.run([program], executable=os.path.join(programs, program),
                              stdout=subprocess.PIPE, text=True, timeout=60).stdout
-    commands = ""
-    for name in ["command_table.cpp"] + ["internal_rows.inc"] * (program == "wlanx-eng"):
-        with open(os.path.join(ROOT, "app", name), encoding="utf-8") as file:
-            commands += file.read()
+    rows = command_rows(TOOL) + command_rows(ENGINEERING) * (program == "wlanx-eng")
     first = Place()
-    for command in re.findall(r'^ *\{0x\w+, "(\w+)",', commands, re.M):
+    for _, command in rows:
         texts = re.findall(rf"^{command} .*\n((?:[ \t].*\n|\n(?=[ \t]))*)", listing, re.M)
         left_out = re.sub(r"^(?=\w)", f"{program} ", LEFT_OUT, flags=re.M)
         first.words[command] = read_usage(left_out + "".join(texts), program, command)

@@ -14,8 +14,9 @@ import sys
 import tempfile
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-sys.path.insert(0, os.path.join(ROOT, "tests"))
+sys.path[:0] = [os.path.join(ROOT, "tests"), os.path.join(ROOT, "scripts")]
 import run_cases  # noqa: E402
+from command_rows import ENGINEERING, TOOL, command_rows  # noqa: E402
 
 ANSWER = re.compile(rb"0x[0-9A-F]{8} len=\d+(?: if 0:[0-9a-f]*)? (ok|error=(\d+))(?: 0:([0-9a-f]*))?")
 ARGUMENTS = ["1", "-12-0x3f-77", "1-1-4-3-1-0-0-0-0-0-0-0-0", "0x74031090", " +5", "11-22-33-44",
@@ -25,11 +26,6 @@ ARGUMENTS = ["1", "-12-0x3f-77", "1-1-4-3-1-0-0-0-0-0-0-0-0", "0x74031090", " +5
 def read(path):
     with open(os.path.join(ROOT, path), encoding="utf-8") as file:
         return file.read()
-
-
-def command_rows():
-    text = read("app/command_table.cpp") + read("app/internal_rows.inc")
-    return [name.lower() for name in re.findall(r'^ *\{0x[0-9A-F]{8}, "(\w+)",', text, re.M)]
 
 
 def answers_of(trace):
@@ -44,7 +40,7 @@ def answers_of(trace):
 
 
 def reply_seeds(programs):
-    rows = command_rows()
+    rows = [name.lower() for _, name in command_rows(TOOL) + command_rows(ENGINEERING)]
     for path in sorted(glob.glob(os.path.join(ROOT, "tests", "cases", "*.cases"))):
         for case in run_cases.read_cases(path):
             for run in case.runs:

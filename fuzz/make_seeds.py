@@ -40,6 +40,7 @@ def answers_of(trace):
 
 
 def reply_seeds(programs):
+    """For each run of the cases: what replies_fuzz.cpp takes, and its trace."""
     rows = [name.lower() for _, name in command_rows(TOOL) + command_rows(ENGINEERING)]
     for path in sorted(glob.glob(os.path.join(ROOT, "tests", "cases", "*.cases"))):
         for case in run_cases.read_cases(path):
@@ -47,9 +48,9 @@ def reply_seeds(programs):
                 if not run.words or run.words[0].lower() not in rows:
                     continue
                 with tempfile.TemporaryDirectory() as folder:
+                    trace = trace_of(programs, case, run, folder)
                     yield (bytes([rows.index(run.words[0].lower()), 0]) +
-                           " ".join(run.words[1:]).encode() + b"\n" +
-                           answers_of(trace_of(programs, case, run, folder)))
+                           " ".join(run.words[1:]).encode() + b"\n" + answers_of(trace), trace)
 
 
 def trace_of(programs, case, run, folder):
@@ -82,10 +83,11 @@ def check_formats():
 def main():
     programs, folder = sys.argv[1:]
     formats = check_formats()
+    replies, traces = map(set, zip(*reply_seeds(os.path.abspath(programs))))
     seeds = {
-        "replies_fuzz": set(reply_seeds(os.path.abspath(programs))),
-        "scenario_fuzz": {read(path).encode("latin-1") for path in
-                          glob.glob("simulator/scenarios/*.a8000", root_dir=ROOT)},
+        "replies_fuzz": replies,
+        "scenario_fuzz": traces | {read(path).encode("latin-1") for path in
+                                   glob.glob("simulator/scenarios/*.a8000", root_dir=ROOT)},
         "scan_fuzz": {bytes([index]) + text.encode() for index in range(formats)
                       for text in ARGUMENTS},
     }

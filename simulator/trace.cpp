@@ -176,7 +176,8 @@ void TraceUnserved(Trace* trace, const NearestRule* nearest) {
   if (trace->dropping) return;
   BeginLine(trace);
   uint32_t number = nearest->line;
-  for (const char* text = TraceComments[static_cast<uint32_t>(nearest->misfit)]; *text; text++) {
+  for (const char* text = TraceComments[static_cast<uint32_t>(nearest->misfit)]; *text != 0;
+       text++) {
     if (*text == '%') {
       AddDecimal(trace, number);
       number = nearest->number;

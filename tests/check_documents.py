@@ -205,6 +205,45 @@ def check_header():
                    for language in (("-xc", "-std=c11"), ("-xc++", "-std=c++11")))
 
 
+def check_redaction(text):
+    """Compares what redaction keeps of a payload with the OIDs and records: each has a row, whose
+    stretches end where fields do and leave out none with a meaning. Its comment names the record and
+    the first and last field of the stretches of which not all stays."""
+    path = "simulator/redact/payload_rows.h"
+    problems, found = "", set()
+    codes = {row[1]: (row[0], row[4]) for row in rows(text) if row[0].startswith("0x")}
+    records = documented_records(text)
+    for above, oid, stated, body, beside in re.findall(
+            r"((?:^ +//.*\n)*)^ +\{(Oid\w+),\s*(\w+),\s*\{([^/;]*?)\}\},(?: +//(.*))?$",
+            read(path), re.M):
+        found.add((codes[oid][0], stated.replace("AnyLength", "any")))
+        record, _, names = re.sub(r"\s*//", "", above or beside).strip().partition(": ")
+        size, fields = records.get(record, (0, []))
+        fields = [(int(at), int(at) + int(length), field) for at, length, field, *_ in fields]
+        stretches = [(int(at), int(at) + int(count), content) for at, count, content in
+                     re.findall(r"\{(\d+), (\d+), (\w+)\}", body)]
+        private = []
+        for start, end, content in stretches if fields else ():
+            first = [name for at, _, name in fields if at == start]
+            last = [name for _, to, name in fields if to == end]
+            if not first or not last:
+                problems += f"{path}: {oid}: no fields are from {start} to {end}\n"
+            elif content != "Keep":
+                private.append(first[0] + (f" to {last[-1]}" if last[-1] not in first else ""))
+        if fields and (str(size) != stated or ", ".join(private) != names):
+            problems += f"{path}: {oid}: {record}: {', '.join(private)} in {size} bytes\n"
+        problems += "".join(
+            f"{path}: {oid}: {name} is in no stretch\n" for at, to, name in fields
+            if not re.search(r"^\(|eserved", name)
+            and not any(start <= at and to <= end for start, end, _ in stretches))
+        if "](" in codes[oid][1] and not (fields and record.startswith(
+                re.search(r"(\w+)\]", codes[oid][1])[1])):
+            problems += f"{path}: {oid} wants its record: {codes[oid][1]}\n"
+    wanted = {(row[0], n) for row in rows(text) if row[0].startswith("0x")
+              for n in re.findall(r"\d+|any", row[3])}
+    return problems + "".join(f"{path}: a row for {entry}\n" for entry in sorted(wanted ^ found))
+
+
 def source_values(name, sources):
     """What the sources have under a name: the pairs of number and text of an array, or for each
     constant of that name its numbers."""
@@ -278,7 +317,7 @@ def main():
     if PROTOCOL in problems:
         text = read(PROTOCOL)
         problems[PROTOCOL] += check_records(text, sources) + check_header()
-        problems[PROTOCOL] += check_oids(text, requests)
+        problems[PROTOCOL] += check_oids(text, requests) + check_redaction(text)
     for path, found in problems.items():
         print(f"{path}:\n{found}" if found else "", end="")
     return 1 if any(problems.values()) else 0

@@ -112,8 +112,12 @@ def main():
     expect(["status"], status("loaded, 1 rules, 0 registers", 70, 0, size, ", calls left out: 2"))
     expect(["scenario", "full"], "The simulated adapter answers from full.\n")
     expect(["redact", "trace", "redacted"],
-           "MAC address 02-1a-2b-3c-4d-5e is now 02-00-00-00-00-01, places: 1\n")
+           "address 02-1a-2b-3c-4d-5e is now 02-00-00-00-00-01, places: 1\n"
+           "requests left out, of a code or length that is not known: 0\ncomments left out: 0\n"
+           "This list is private: it tells what the report does not.\n")
     assert open("redacted").read() == trace.replace("021a2b3c4d5e", "020000000001")
+    expect(["redact", "trace", "trace"],
+           errors="a8000: trace:0: the report would take the place of the trace\n")
     expect(["scenario", "large"], "The simulated adapter answers from large.\n")
     expect(["scenario", "trace"], "The simulated adapter answers from trace.\n")
     expect(["status"], status("loaded, 1 rules, 0 registers", 0, 0, 0))

@@ -210,6 +210,62 @@ class Faults(unittest.TestCase):
                             line.endswith(" times=1") for line in lines[1:-1]))
         self.assertIn(len(lines) - 2 - printed, (0, 1))
 
+    def redact(self, *words, limit=resource.RLIM_INFINITY):
+        process = programs.start(
+            [os.path.join(PROGRAMS, "a8000redact"), *words], cwd=self.folder,
+            preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (limit, limit)),
+            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        output, errors = programs.finish(process)
+        return process.returncode, output.decode(), errors.decode()
+
+    def test_report_is_whole_or_nothing(self):
+        self.run_tool(["get_mac_Add"])
+        recorded = self.trace()
+        os.symlink("trace", os.path.join(self.folder, "link"))
+        os.link(os.path.join(self.folder, "trace"), os.path.join(self.folder, "same"))
+        with open(os.path.join(self.folder, "report"), "w") as file:
+            file.write("earlier")
+        files = sorted(os.listdir(self.folder))
+        taken = "the report would take the place of the trace"
+        for words, limit, what in (
+                (["trace", "report"], 50, "report:0: File too large"),
+                (["trace", "trace"], -1, f"trace:0: {taken}"),
+                (["link", "trace"], -1, f"trace:0: {taken}"),
+                (["trace", "same"], -1, f"same:0: {taken}"),
+                (["trace", "/dev/full"], -1, "/dev/full:0: Invalid argument"),
+                (["trace", "a/b"], -1, "a/b:0: No such file or directory"),
+                (["trace", "/dev/zero", "report"], -1,
+                 "/dev/zero:0: the traces are larger than 16 MiB"),
+                (["trace", "report", "new"], -1, "report:1: unknown statement: earlier")):
+            self.assertEqual(self.redact(*words, limit=limit), (1, "", f"a8000: {what}\n"))
+            self.assertEqual((self.trace(), sorted(os.listdir(self.folder))), (recorded, files))
+            with open(os.path.join(self.folder, "report")) as file:
+                self.assertEqual(file.read(), "earlier")
+        self.assertEqual(self.redact("trace", "report")[0], 0)
+
+    def test_reports_replay(self):
+        """The tool sends to a report what it sent, as the report has it."""
+        scenarios = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "simulator",
+                                 "scenarios")
+        for words, scenario in (
+                ("set_pcie_driving", ""), ("set_pcie_driving", "pcie-write-ignored"),
+                ("sar get_sar_table", "sar-184"), ("sar get_geo_table", "sar-176-6ghz"),
+                ("rf rssi aa 60", "no-network"), ("wtbl 1", ""), ("uwtbl 1", ""), ("stat", ""),
+                ("country get_pwr_tbl vht80 100", ""), ("txbf TxBfProfileTagRead 1-1", ""),
+                ("efuse read 0x17", ""), ("efuse write 0x17 0x17", ""), ("coex_info 0x81", ""),
+                ("set_cs 0x10 0x5a000001", ""), ("chan_pref_cfg 2 36 1 128 3", ""),
+                ("set_bssid bssid 02:00:00:00:00:01", ""), ("setreg TxopLimit 0x7", ""),
+                ("set_cmd_str xx 00", ""), ("oid_len_test 300", ""), ("get_fw_ver", "")):
+            with self.subTest(words=words, scenario=scenario):
+                path = os.path.join(scenarios, f"{scenario or 'builtin'}.a8000")
+                run = {"program": "wlanx-eng", "variables": {"A8000_SCENARIO": path}}
+                status = self.run_tool(words.split(), **run)[0]
+                self.assertEqual(self.redact("trace", "report")[0], 0)
+                run["variables"] = {"A8000_SCENARIO": "report"}
+                self.assertEqual(self.run_tool(words.split(), **run)[0], status)
+                with open(os.path.join(self.folder, "report")) as file:
+                    self.assertEqual(self.trace(), file.read())
+
 
 if __name__ == "__main__":
     parser = argparse.ArgumentParser(description=__doc__)

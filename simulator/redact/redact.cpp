@@ -3,394 +3,396 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "simulator/redact/payload_rows.h"
 #include "simulator/scenario_parser.h"
+#include "simulator/trace.h"
 
 namespace {
 
-constexpr uint32_t MostReplacements = 200000;
-constexpr uint32_t MacBytes = 6;
-constexpr uint32_t MacTextBytes = 17;
-
-// What a payload holds at a fixed place.
-struct Field {
-  uint32_t oid;
-  uint32_t offset;
-  uint32_t size;
-  Secret kind;
-};
-
-constexpr uint32_t OidReadRegister = 0xFFFCF001;
-constexpr uint32_t OidWriteRegister = 0xFFFCF002;
-constexpr uint32_t OidChannelPreference = 0x0FFFC206;
-
-constexpr Field Fields[] = {
-    {0xFFFCF105, 0, MacBytes, Secret::MacAddress},            // the adapter's
-    {0xFFFCF016, 4, 32, Secret::Ssid},                        // signal check
-    {0xFFFCF016, 36, MacBytes, Secret::MacAddress},           // the network found
-    {0x0FFFC204, 0, MacBytes, Secret::MacAddress},            // BSSID
-    {0x0FFFC20A, 0, MacBytes, Secret::MacAddress},            // second BSSID
-    {OidChannelPreference, 1, MacBytes, Secret::MacAddress},  // of commands 3 and 4
-    {OidReadRegister, 4, 4, Secret::Register},                // the chip's
-    {OidWriteRegister, 4, 4, Secret::Register},               // the chip's
-    {0xFFFCF00B, 4, 4, Secret::Register},                     // PCIe configuration space, read
-    {0xFFFCF00C, 4, 4, Secret::Register},                     // the same, written
-    {0xFFFCF01E, 12, 16, Secret::EfuseByte},                  // a block of the efuse
-};
-
-// Registers that the tool judges by, with values of its own: the link's generation and driving.
-constexpr uint32_t KeptRegisters[] = {0x74031090, 0x74070A04, 0x74070A08};
-
 struct Redactor {
   Redaction* redaction;
-  uint32_t capacity;
-  uint32_t* slots;  // hash table of replacements, counted from 1; 0 is free
-  uint32_t slotMask;
-  uint32_t kinds[4];           // values found of each kind
-  uint32_t ssidsOfLength[33];  // of the network names by length
-  bool replacing;              // the second of two passes
-  uint32_t length;             // of the payload at hand
-  uint8_t* payload;
-  uint8_t* redacted;
-  uint8_t* done;  // 1: the byte is replaced
+  bool keepTexts;
+  bool replacing;  // the second of two passes
+  bool leftOut;    // the last request was
+  Trace trace;     // the report's
+  uint32_t room;   // of the report
+  uint32_t lineStart;
+  char* line;  // a copy of the comment at hand
+  // What a statement is parsed into.
+  ScenarioRule rules[1];
+  ScenarioPatch patches[2];
+  ScenarioMemory memory;
 };
 
-bool Fail(Redactor* redactor, const char* what) {
+bool Fail(const Redactor* redactor, const char* what) {
   redactor->redaction->error.what = what;
   return false;
 }
 
-uint32_t* FindSlot(Redactor* redactor, Secret kind, const uint8_t* value, uint32_t length) {
-  uint32_t hash = 2166136261U ^ static_cast<uint32_t>(kind);
-  for (uint32_t i = 0; i < length; i++) hash = (hash ^ value[i]) * 16777619U;
-  for (;; hash++) {
-    uint32_t* slot = &redactor->slots[hash & redactor->slotMask];
-    if (*slot == 0) return slot;
-    const Replacement* found = &redactor->redaction->replacements[*slot - 1];
-    if (found->kind == kind && found->length == length &&
-        memcmp(found->value, value, length) == 0) {
-      return slot;
-    }
+const PayloadRow* FindRow(uint32_t oid, uint32_t length) {
+  for (const PayloadRow& row : PayloadRows) {
+    if (row.oid == oid && (row.length == length || row.length == AnyLength)) return &row;
+  }
+  return nullptr;
+}
+
+// What is left of a text: its layout.
+uint8_t Masked(uint8_t byte) {
+  if (byte >= '0' && byte <= '9') return '0';
+  const bool isLetter = (byte | 32) >= 'a' && (byte | 32) <= 'z';
+  const bool stays = (byte >= ' ' && byte <= '~' && !isLetter) || byte == '\n' || byte == '\r' ||
+                     byte == '\t' || byte == 0;
+  return stays ? byte : 'x';
+}
+
+// The same of bytes of which nothing is known.
+void MaskRest(uint8_t* bytes, uint32_t size) {
+  for (uint32_t i = 0; i < size; i++) bytes[i] = bytes[i] == 0 ? 0 : 'x';
+}
+
+void MaskText(uint8_t* text, uint32_t size) {
+  for (uint32_t i = 0; i < size; i++) text[i] = Masked(text[i]);
+}
+
+// Zeros and ones all through tell nothing.
+bool IsTelling(const uint8_t* value, uint32_t length) {
+  for (uint32_t i = 1; i < length; i++) {
+    if (value[i] != value[0]) return true;
+  }
+  return value[0] != 0 && value[0] != 0xFF;
+}
+
+// Learns a value in the first pass and replaces it in the second one.
+void TakeValue(const Redactor* redactor, ValueKind kind, uint8_t* value, uint32_t length) {
+  KnownValue* known = Remember(&redactor->redaction->known, kind, value, length);
+  if (!redactor->replacing) return;
+  WriteStandIn(known, value);
+  known->places++;
+}
+
+void TakeNumbers(const Redactor* redactor, ValueKind kind, uint8_t* bytes, uint32_t size,
+                 uint32_t each) {
+  for (uint32_t i = 0; i < size; i += each) {
+    if (IsTelling(bytes + i, each)) TakeValue(redactor, kind, bytes + i, each);
   }
 }
 
-// Makes the stand-in of a value that is the `number`th of its kind, counted from 1. Returns false
-// where there is none left.
-bool MakeStandIn(Redactor* redactor, Replacement* replacement, uint32_t number) {
-  uint8_t* bytes = replacement->standIn;
-  switch (replacement->kind) {
-    case Secret::MacAddress:
-      bytes[0] = 0x02;  // locally administered
-      for (uint32_t i = 0; i < 3; i++) bytes[5 - i] = static_cast<uint8_t>(number >> (8 * i));
-      return true;
-    case Secret::Register:
-      for (uint32_t i = 0; i < 3; i++) bytes[i] = static_cast<uint8_t>(number >> (8 * i));
-      bytes[3] = 0x5A;
-      return true;
-    case Secret::EfuseByte:
-      bytes[0] = static_cast<uint8_t>(number);
-      return true;
-    case Secret::Ssid:
+void TakeRegisters(const Redactor* redactor, const uint8_t* question, uint8_t* bytes,
+                   uint32_t size) {
+  uint32_t address = 0;
+  memcpy(&address, question, sizeof(address));
+  for (const uint32_t kept : KeptRegisters) {
+    if (address == kept) return;
+  }
+  TakeNumbers(redactor, ValueKind::Register, bytes, size, sizeof(address));
+}
+
+// The stand-in of a byte of the efuse is the end of its address. The zeros of a question are the
+// tool's.
+void TakeEfuse(const Redactor* redactor, const uint8_t* question, bool answered, uint8_t* bytes,
+               uint32_t size) {
+  for (uint32_t i = 0; i < size && redactor->replacing; i++) {
+    if (!answered && bytes[i] == 0) continue;
+    bytes[i] = static_cast<uint8_t>((question[4] & 0xF0U) | i);
+    redactor->redaction->efuseBytes++;
+  }
+}
+
+// A text that stays but for known values.
+void TakeText(const Redactor* redactor, uint8_t* text, uint32_t size) {
+  KnownValues* known = &redactor->redaction->known;
+  while (size > 0 && text[size - 1] == 0) size--;
+  if (size == 0 || !redactor->replacing) return;
+  ReplaceKnown(known, text, size);
+  Remember(known, ValueKind::StayingText, text, size)->places++;
+}
+
+// The length of a text up to its first zero of `width` bytes; what follows is masked.
+uint32_t EndText(uint8_t* text, uint32_t size, uint32_t width) {
+  uint32_t end = 0;
+  while (end + width <= size && (text[end] != 0 || text[end + width - 1] != 0)) end += width;
+  MaskText(text + end, size - end);
+  return end;
+}
+
+// Redacts a stretch of a question or an answer. `question` is the start of the question's payload,
+// whose codes and addresses are as they were.
+void TakeStretch(const Redactor* redactor, Content content, const uint8_t* question, bool answered,
+                 uint8_t* bytes, uint32_t size) {
+  if (content == Content::Keyword) {
+    content = answered || redactor->keepTexts ? Content::Text : Content::Label;
+  }
+  if (content == Content::Index) content = answered ? Content::Register : Content::Keep;
+  switch (content) {
+    case Content::Address:
+      TakeNumbers(redactor, ValueKind::Address, bytes, size, size);
+      break;
+    case Content::Peer:
+      if (*question == PeerPreference) {
+        MaskRest(bytes + 4, size - 4);
+      } else {
+        TakeNumbers(redactor, ValueKind::Address, bytes, size, size);
+      }
+      break;
+    case Content::Name:
+      size = EndText(bytes, size, 1);
+      if (size > 0) TakeValue(redactor, ValueKind::Name, bytes, size);
+      break;
+    case Content::Register:
+      TakeRegisters(redactor, question, bytes, size);
+      break;
+    case Content::Efuse:
+      TakeEfuse(redactor, question, answered, bytes, size);
+      break;
+    case Content::Label:
+      TakeText(redactor, bytes, EndText(bytes, size, 1));
+      break;
+    case Content::WideLabel:
+      TakeText(redactor, bytes, EndText(bytes, size, 2));
+      break;
+    case Content::Text:
+      if (redactor->keepTexts) {
+        TakeText(redactor, bytes, size);
+      } else {
+        if (redactor->replacing && *bytes != 0) redactor->redaction->maskedTexts++;
+        MaskText(bytes, size);
+      }
+      break;
+    default:
       break;
   }
-  uint32_t rest = redactor->ssidsOfLength[replacement->length]++;
-  for (uint32_t i = replacement->length; i > 0; i--, rest /= 26) {
-    bytes[i - 1] = static_cast<uint8_t>('a' + rest % 26);
-  }
-  return rest == 0;
 }
 
-// Whether every byte is the same one of these, which tells nothing.
-bool IsCommon(const uint8_t* value, uint32_t length) {
-  for (uint32_t i = 1; i < length; i++) {
-    if (value[i] != value[0]) return false;
+void TakePayload(const Redactor* redactor, const PayloadRow* row, const uint8_t* question,
+                 bool answered, uint8_t* payload, uint32_t length) {
+  uint32_t end = 0;
+  for (const Stretch& stretch : row->stretches) {
+    if (stretch.size == 0) break;
+    MaskRest(payload + end, stretch.offset - end);
+    end = uint32_t{stretch.offset} + stretch.size;
+    TakeStretch(redactor, stretch.content, question, answered, payload + stretch.offset,
+                stretch.size);
   }
-  return value[0] == 0 || (value[0] == 0xFF && length > 1);
+  MaskRest(payload + end, length - end);
 }
 
-// Finds a value's replacement, or adds one. Returns null, with the reason, where there is no room.
-Replacement* Replace(Redactor* redactor, Secret kind, const uint8_t* value, uint32_t length) {
-  Redaction* redaction = redactor->redaction;
-  uint32_t* slot = FindSlot(redactor, kind, value, length);
-  if (*slot == 0) {
-    Replacement* added = &redaction->replacements[redaction->count];
-    added->kind = kind;
-    added->length = static_cast<uint8_t>(length);
-    memcpy(added->value, value, length);
-    const uint32_t number = ++redactor->kinds[static_cast<uint32_t>(kind)];
-    if (redaction->count == redactor->capacity || !MakeStandIn(redactor, added, number)) {
-      Fail(redactor, "too many different values to replace");
-      return nullptr;
+// Whether a rule has the form of a trace's line; `sent`: of a request that was on its way, which
+// may lack its payload and has no answer.
+bool IsTraceRule(const Redactor* redactor, bool sent) {
+  const ScenarioRule* rule = redactor->rules;
+  const uint32_t expected = rule->length > 0 ? 1 : 0;
+  for (uint32_t i = 0; i < rule->conditionCount + rule->writeCount; i++) {
+    const ScenarioPatch* patch = &redactor->patches[i];
+    if (patch->offset != 0 || patch->fill || patch->count != rule->length) return false;
+  }
+  return rule->hasLength && rule->hasTimes && rule->times == 1 &&
+         (rule->conditionCount == expected || (sent && rule->conditionCount == 0)) &&
+         rule->writeCount == (sent ? 0 : expected);
+}
+
+// The payload of a rule's patch; null where it has none.
+uint8_t* PayloadOf(const Redactor* redactor, uint32_t count, uint32_t index) {
+  return count > 0 ? redactor->memory.bytes + redactor->patches[index].firstByte : nullptr;
+}
+
+void TakeRequest(Redactor* redactor, bool sent) {
+  const ScenarioRule* rule = redactor->rules;
+  const uint32_t length = rule->length;
+  const PayloadRow* row = FindRow(rule->oid, length);
+  redactor->leftOut = row == nullptr;
+  if (row == nullptr) {
+    if (redactor->replacing) redactor->redaction->requestsLeftOut++;
+    return;
+  }
+  uint8_t* question = PayloadOf(redactor, rule->conditionCount, 0);
+  uint8_t* answer = PayloadOf(redactor, rule->writeCount, 1);
+  // What a refusal left as it was is a question still.
+  const bool answered = rule->result.outcome != Outcome::Fails || answer == nullptr ||
+                        memcmp(question, answer, length) != 0;
+  if (question != nullptr) TakePayload(redactor, row, question, false, question, length);
+  if (answer != nullptr) TakePayload(redactor, row, question, answered, answer, length);
+  if (!redactor->replacing) return;
+  if (sent) {
+    TraceSent(&redactor->trace, rule->oid, question, length);
+    return;
+  }
+  const RequestResult result = {rule->result, rule->hasReturned ? rule->returned : length, false};
+  TraceRequest(&redactor->trace, rule->oid, question, length);
+  TraceAnswer(&redactor->trace, &result, answer, length);
+}
+
+// Parses a line into the redactor's records, but for what no trace has.
+ScenarioError Parse(Redactor* redactor, const char* line, uint32_t size, ScenarioSizes* sizes,
+                    Scenario* scenario) {
+  const ScenarioError error = ParseScenario(line, size, nullptr, sizes, nullptr);
+  if (error.what != nullptr) return error;
+  if (sizes->patches > 2 || sizes->registers > 0) return {0, "not a line of a trace", 0, 0};
+  return ParseScenario(line, size, &redactor->memory, sizes, scenario);
+}
+
+// Whether a line is a certain comment of the simulator. A byte that it tells is crossed out.
+bool IsComment(const char* comment, char* line, uint32_t size) {
+  const char* end = line + size;
+  for (; *comment != 0; comment++) {
+    if (*comment == '%') {
+      const char* start = line;
+      while (line < end && *line >= '0' && *line <= '9') line++;
+      if (line == start || line - start > 10) return false;
+    } else if (*comment == '$') {
+      if (end - line < 2) return false;
+      memset(line, 'x', 2);
+      line += 2;
+    } else if (line == end || *line++ != *comment) {
+      return false;
     }
-    *slot = ++redaction->count;
   }
-  return &redaction->replacements[*slot - 1];
+  return line == end;
 }
 
-// Takes a value of the payload, which the second pass replaces.
-bool TakeValue(Redactor* redactor, Secret kind, uint32_t offset, uint32_t length) {
-  const uint8_t* value = redactor->payload + offset;
-  if (redactor->done[offset] != 0 || IsCommon(value, length)) return true;
-  Replacement* replacement = Replace(redactor, kind, value, length);
-  if (replacement == nullptr) return false;
-  if (!redactor->replacing) return true;
-  memcpy(redactor->redacted + offset, replacement->standIn, length);
-  memset(redactor->done + offset, 1, length);
-  replacement->places++;
-  return true;
-}
-
-// Takes a network name up to `end`, in pieces where zeros divide it.
-bool TakeSsid(Redactor* redactor, uint32_t offset, uint32_t end) {
-  while (offset < end) {
-    uint32_t length = 0;
-    while (length < 32 && offset + length < end && redactor->payload[offset + length] != 0)
-      length++;
-    if (length > 0 && !TakeValue(redactor, Secret::Ssid, offset, length)) return false;
-    offset += length > 0 ? length : 1;
+// Takes a comment if it is one of the simulator. Returns false for others.
+bool TakeComment(Redactor* redactor, const char* comment, uint32_t size) {
+  constexpr uint32_t HeadBytes = sizeof(TraceSentHead) - 1;
+  constexpr char Answer[] = " ok times=1";
+  char* line = redactor->line;
+  if (StartsWith(comment, size, TraceSentHead)) {
+    memcpy(line, comment + HeadBytes, size - HeadBytes);
+    memcpy(line + size - HeadBytes, Answer, sizeof(Answer) - 1);
+    size = size - HeadBytes + static_cast<uint32_t>(sizeof(Answer)) - 1;
+    ScenarioSizes sizes = {};
+    Scenario scenario = {};
+    if (Parse(redactor, line, size, &sizes, &scenario).what != nullptr || sizes.rules == 0 ||
+        !IsTraceRule(redactor, true)) {
+      return false;
+    }
+    TakeRequest(redactor, true);
+    return true;
   }
-  return true;
-}
-
-bool IsKept(const Redactor* redactor, const Field* field) {
-  if (field->oid == OidChannelPreference) {
-    return redactor->payload[0] != 3 && redactor->payload[0] != 4;
-  }
-  if (field->oid != OidReadRegister && field->oid != OidWriteRegister) return false;
-  uint32_t address = 0;
-  memcpy(&address, redactor->payload, sizeof(address));
-  for (const uint32_t kept : KeptRegisters) {
-    if (address == kept) return true;
+  memcpy(line, comment, size);
+  for (const char* known : TraceComments) {
+    if (!IsComment(known, line, size)) continue;
+    // One on a request that is left out goes with it.
+    const bool stays = !redactor->leftOut || known == TraceComments[LeftOutComment];
+    if (redactor->replacing && stays) TraceComment(&redactor->trace, line, size);
+    return true;
   }
   return false;
 }
 
-bool TakeField(Redactor* redactor, const Field* field) {
-  if (field->offset + field->size > redactor->length || IsKept(redactor, field)) return true;
-  switch (field->kind) {
-    case Secret::Ssid:
-      return TakeSsid(redactor, field->offset, field->offset + field->size);
-    case Secret::EfuseByte:
-      for (uint32_t i = 0; i < field->size; i++) {
-        if (!TakeValue(redactor, Secret::EfuseByte, field->offset + i, 1)) return false;
-      }
-      return true;
-    default:
-      return TakeValue(redactor, field->kind, field->offset, field->size);
+bool TakeLine(Redactor* redactor, const char* line, uint32_t size) {
+  Redaction* redaction = redactor->redaction;
+  if (size > 0 && line[size - 1] == '\r') size--;
+  for (; size > 0 && IsBlank(*line); size--) line++;
+  if (size == 0) return true;
+  if (size > MaxLineBytes) return Fail(redactor, "line is longer than 1 MiB");
+  if (*line == '#' && TakeComment(redactor, line, size)) return true;
+  if (redactor->replacing && memchr(line, '#', size) != nullptr) redaction->commentsLeftOut++;
+  ScenarioSizes sizes = {};
+  Scenario scenario = {};
+  const uint32_t number = redaction->error.line;
+  redaction->error = Parse(redactor, line, size, &sizes, &scenario);
+  redaction->error.line = number;
+  if (redaction->error.what != nullptr) return false;
+  if (sizes.rules > 0) {
+    if (!IsTraceRule(redactor, false)) return Fail(redactor, "not a line of a trace");
+    TakeRequest(redactor, false);
+  } else if (*line == 'o' && redactor->replacing) {
+    TraceOpen(&redactor->trace, scenario.open);
+  } else if (*line == 'c' && redactor->replacing) {
+    TraceClose(&redactor->trace, scenario.close);
   }
+  return true;
 }
 
-// Reads an address of the form 02:a8:00:5c:1d:42, or with dashes.
-bool ParseMac(const uint8_t* text, uint8_t (&address)[MacBytes]) {
-  for (size_t i = 0; i < MacBytes; i++) {
-    const int high = NibbleValue(static_cast<char>(text[3 * i]));
-    const int low = NibbleValue(static_cast<char>(text[3 * i + 1]));
-    if (high < 0 || low < 0) return false;
-    address[i] = static_cast<uint8_t>(high * 16 + low);
-    if (i + 1 < MacBytes && (text[3 * i + 2] != text[2] || (text[2] != ':' && text[2] != '-'))) {
+bool TakeTrace(Redactor* redactor, const TextView* text) {
+  ScenarioError* error = &redactor->redaction->error;
+  constexpr char Mark[] = "\xEF\xBB\xBF";
+  *error = {};
+  for (uint32_t start = StartsWith(text->bytes, text->size, Mark) ? 3 : 0; start < text->size;) {
+    error->line++;
+    const char* line = text->bytes + start;
+    const auto* end = static_cast<const char*>(memchr(line, '\n', text->size - start));
+    const uint32_t size = end != nullptr ? static_cast<uint32_t>(end - line) : text->size - start;
+    if (!TakeLine(redactor, line, size)) {
+      error->wordStart += start;
       return false;
     }
+    start += size + 1;
   }
   return true;
 }
 
-void WriteHexByte(char* digits, uint8_t byte) {
-  digits[0] = "0123456789abcdef"[byte >> 4];
-  digits[1] = "0123456789abcdef"[byte & 15];
-}
-
-bool TakeMacText(Redactor* redactor, uint32_t offset) {
-  uint8_t address[MacBytes];
-  if (offset + MacTextBytes > redactor->length || redactor->done[offset] != 0) {
-    return true;
-  }
-  if (!ParseMac(redactor->payload + offset, address) || IsCommon(address, MacBytes)) return true;
-  Replacement* replacement = Replace(redactor, Secret::MacAddress, address, MacBytes);
-  if (replacement == nullptr) return false;
-  if (!redactor->replacing) return true;
-  for (uint32_t i = 0; i < MacBytes; i++) {
-    WriteHexByte(reinterpret_cast<char*>(redactor->redacted + offset + size_t{3} * i),
-                 replacement->standIn[i]);
-  }
-  memset(redactor->done + offset, 1, MacTextBytes);
-  replacement->places++;
-  return true;
-}
-
-// Goes on behind what is in brackets, as the number in "SSID(1)".
-uint32_t SkipBrackets(const Redactor* redactor, uint32_t offset) {
-  const uint8_t* text = redactor->payload;
-  while (offset < redactor->length && text[offset] == ' ') offset++;
-  if (offset == redactor->length || (text[offset] != '(' && text[offset] != '[')) return offset;
-  const uint8_t bracket = text[offset] == '(' ? ')' : ']';
-  while (offset < redactor->length && text[offset] != bracket && text[offset] != '\n') offset++;
-  return offset < redactor->length ? offset + 1 : offset;
-}
-
-// Takes what stands behind "SSID", but not "BSSID", and an equals sign or a colon in a text: up to
-// the second quotation mark where it begins with one, else up to the line's end.
-bool TakeSsidText(Redactor* redactor, uint32_t offset) {
-  const uint8_t* text = redactor->payload;
-  const uint32_t length = redactor->length;
-  if (length - offset < 5 || (offset > 0 && (text[offset - 1] | 32) == 'b')) return true;
-  for (uint32_t i = 0; i < 4; i++) {
-    if ((text[offset + i] | 32) != "ssid"[i]) return true;
-  }
-  uint32_t start = SkipBrackets(redactor, offset + 4);
-  bool named = false;
-  bool quoted = false;
-  while (start < length && !quoted && strchr(" \t=:\"", text[start]) != nullptr &&
-         text[start] != 0) {
-    quoted = named && text[start] == '"';
-    named = named || text[start] == '=' || text[start] == ':';
-    start++;
-  }
-  uint32_t end = start;
-  while (end < length && strchr(quoted ? "\r\n\"" : "\r\n", text[end]) == nullptr) end++;
-  while (end > start && text[end - 1] == ' ') end--;
-  return !named || TakeSsid(redactor, start, end);
-}
-
-// Replaces a value that was found elsewhere and stands here among other bytes.
-void ReplaceKnown(Redactor* redactor, Secret kind, uint32_t offset, uint32_t length) {
-  if (offset + length > redactor->length) return;
-  for (uint32_t i = 0; i < length; i++) {
-    if (redactor->done[offset + i] != 0) return;
-  }
-  if (*FindSlot(redactor, kind, redactor->payload + offset, length) == 0) return;
-  TakeValue(redactor, kind, offset, length);
-}
-
-// The same for addresses and for network names but short ones, which may stand anywhere by chance.
-void ReplaceAllKnown(Redactor* redactor, uint32_t offset) {
-  constexpr uint32_t ShortestName = 4;
-  ReplaceKnown(redactor, Secret::MacAddress, offset, MacBytes);
-  for (uint32_t length = 32; length >= ShortestName; length--) {
-    if (redactor->ssidsOfLength[length] > 0) ReplaceKnown(redactor, Secret::Ssid, offset, length);
-  }
-}
-
-// Takes what one payload holds, the efuse's bytes at last.
-bool TakePayload(Redactor* redactor, uint32_t oid) {
-  memcpy(redactor->redacted, redactor->payload, redactor->length);
-  memset(redactor->done, 0, redactor->length);
-  for (const Field& field : Fields) {
-    if (field.oid != oid || field.kind == Secret::EfuseByte) continue;
-    if (!TakeField(redactor, &field)) return false;
-  }
-  for (uint32_t i = 0; i < redactor->length; i++) {
-    if (!TakeMacText(redactor, i) || !TakeSsidText(redactor, i)) return false;
-  }
-  for (uint32_t i = 0; i < redactor->length && redactor->replacing; i++) {
-    ReplaceAllKnown(redactor, i);
-  }
-  for (const Field& field : Fields) {
-    if (field.oid != oid || field.kind != Secret::EfuseByte) continue;
-    if (!TakeField(redactor, &field)) return false;
+bool TakeTraces(Redactor* redactor, const TextView* texts, uint32_t count) {
+  for (uint32_t i = 0; i < count; i++) {
+    redactor->redaction->errorText = i;
+    if (!TakeTrace(redactor, &texts[i])) return false;
   }
   return true;
 }
 
-// Takes a payload in hex pairs. Returns false where it is not one.
-bool TakeHex(Redactor* redactor, uint32_t oid, char* hex, uint32_t size) {
-  redactor->length = size / 2;
-  for (size_t i = 0; i < redactor->length; i++) {
-    const int high = NibbleValue(hex[2 * i]);
-    const int low = NibbleValue(hex[2 * i + 1]);
-    if (high < 0 || low < 0) return Fail(redactor, "not a line of a trace");
-    redactor->payload[i] = static_cast<uint8_t>(high * 16 + low);
-  }
-  if (!TakePayload(redactor, oid)) return false;
-  for (size_t i = 0; i < redactor->length && redactor->replacing; i++) {
-    if (redactor->payload[i] == redactor->redacted[i]) continue;
-    WriteHexByte(hex + 2 * i, redactor->redacted[i]);
-  }
+bool AddPiece(void* context, const char* bytes, uint32_t size) {
+  const auto* redactor = static_cast<const Redactor*>(context);
+  Redaction* redaction = redactor->redaction;
+  if (size > redactor->room - redaction->size) return false;
+  memcpy(redaction->report + redaction->size, bytes, size);
+  redaction->size += size;
   return true;
 }
 
-bool StartsWord(const char* word, uint32_t length, const char* start) {
-  return length >= strlen(start) && memcmp(word, start, strlen(start)) == 0;
+void EndLine(void* context, LineEnd end) {
+  auto* redactor = static_cast<Redactor*>(context);
+  if (end == LineEnd::Dropped) redactor->redaction->size = redactor->lineStart;
+  redactor->lineStart = redactor->redaction->size;
 }
 
-// Takes a line that is known to be a statement. Those of another form than a trace's are refused,
-// so that nothing is handed on that was not looked through.
-bool TakeLine(Redactor* redactor, char* line, uint32_t size) {
-  constexpr uint32_t OidWordBytes = 10;
-  if (size == 0 || *line == '#' || StartsWord(line, size, "open ") ||
-      StartsWord(line, size, "close ")) {
-    return true;
+// Learns the private values, then replaces them.
+void TakeAll(Redactor* redactor, const TextView* texts, uint32_t count, const TextView* words,
+             uint32_t wordCount) {
+  Redaction* redaction = redactor->redaction;
+  for (uint32_t i = 0; i < wordCount; i++) {
+    const auto* word = reinterpret_cast<const uint8_t*>(words[i].bytes);
+    Remember(&redaction->known, ValueKind::Name, word, words[i].size);
   }
-  if (size < OidWordBytes || !StartsWord(line, size, "0x") || memchr(line, '\t', size) != nullptr ||
-      memchr(line, '#', size) != nullptr) {
-    return Fail(redactor, "not a line of a trace");
+  if (!TakeTraces(redactor, texts, count)) return;
+  redactor->replacing = true;
+  redactor->leftOut = false;
+  TraceStart(&redactor->trace, {AddPiece, EndLine, redactor});
+  if (!TakeTraces(redactor, texts, count)) return;
+  redaction->error = {};
+  if (redactor->trace.leftOut > 0 || redactor->trace.stopped) {
+    Fail(redactor, "the report would be larger than a trace may be");
   }
-  uint32_t oid = 0;
-  for (uint32_t i = 2; i < OidWordBytes; i++) {
-    const int digit = NibbleValue(line[i]);
-    if (digit < 0) return Fail(redactor, "not a line of a trace");
-    oid = oid << 4 | static_cast<uint32_t>(digit);
-  }
-  for (uint32_t start = OidWordBytes + 1; start < size;) {
-    uint32_t end = start;
-    while (end < size && line[end] != ' ') end++;
-    char* word = line + start;
-    const uint32_t length = end - start;
-    if (StartsWord(word, length, "0:")) {
-      if (!TakeHex(redactor, oid, word + 2, length - 2)) return false;
-    } else if (length == 0 || (*word >= '0' && *word <= '9')) {
-      return Fail(redactor, "not a line of a trace");
-    }
-    start = end + 1;
-  }
-  return true;
-}
-
-bool TakeLines(Redactor* redactor, char* text, uint32_t size) {
-  redactor->redaction->error.line = 0;
-  for (uint32_t start = StartsWith(text, size, "\xEF\xBB\xBF") ? 3 : 0; start < size;) {
-    uint32_t end = start;
-    while (end < size && text[end] != '\n') end++;
-    const uint32_t lineEnd = end > start && text[end - 1] == '\r' ? end - 1 : end;
-    redactor->redaction->error.line++;
-    if (!TakeLine(redactor, text + start, lineEnd - start)) return false;
-    start = end + 1;
-  }
-  return true;
+  if (redaction->known.full) Fail(redactor, "too many different values");
 }
 
 }  // namespace
 
-Redaction RedactText(char* text, uint32_t size) {
+Redaction RedactTraces(const TextView* texts, uint32_t count, const TextView* words,
+                       uint32_t wordCount, bool keepTexts) {
   Redaction redaction = {};
-  ScenarioSizes sizes = {};
-  redaction.error = ParseScenario(text, size, nullptr, &sizes, nullptr);
-  if (redaction.error.what != nullptr) return redaction;
   Redactor redactor = {};
   redactor.redaction = &redaction;
-  redactor.capacity = size / 2 < MostReplacements ? size / 2 : MostReplacements;
-  redactor.slotMask = 1;
-  while (redactor.slotMask < 2 * redactor.capacity) redactor.slotMask = redactor.slotMask * 2 + 1;
-  const uint32_t payloadBytes = size / 2 + 1;
-  redactor.slots = static_cast<uint32_t*>(calloc(redactor.slotMask + size_t{1}, sizeof(uint32_t)));
-  redactor.payload = static_cast<uint8_t*>(calloc(payloadBytes, 3));
-  redaction.replacements =
-      static_cast<Replacement*>(calloc(redactor.capacity + size_t{1}, sizeof(Replacement)));
-  if (redactor.slots == nullptr || redactor.payload == nullptr ||
-      redaction.replacements == nullptr) {
-    Fail(&redactor, "not enough memory");
+  redactor.keepTexts = keepTexts;
+  uint32_t size = wordCount * 8 * MostNameBytes;
+  for (uint32_t i = 0; i < count; i++) size += texts[i].size;
+  // No text makes more than two bytes of a character, nor a report more than eight characters.
+  const uint32_t longest = size < MaxLineBytes ? size : MaxLineBytes;
+  redactor.room = size < MaxScenarioBytes / 16 ? 8 * size + TraceChunkBytes : MaxScenarioBytes;
+  redactor.line = static_cast<char*>(malloc(longest + 16));
+  auto* bytes = static_cast<uint8_t*>(malloc(size_t{2} * longest + 1));
+  redactor.memory = {redactor.rules, redactor.patches, bytes, nullptr, {1, 2, 2 * longest, 0}};
+  redaction.report = static_cast<char*>(malloc(redactor.room));
+  if (StartKnownValues(&redaction.known, size) && bytes != nullptr && redactor.line != nullptr &&
+      redaction.report != nullptr) {
+    TakeAll(&redactor, texts, count, words, wordCount);
   } else {
-    redactor.redacted = redactor.payload + payloadBytes;
-    redactor.done = redactor.redacted + payloadBytes;
-    if (TakeLines(&redactor, text, size)) {
-      redactor.replacing = true;
-      TakeLines(&redactor, text, size);
-    }
+    Fail(&redactor, "not enough memory");
   }
-  free(redactor.slots);
-  free(redactor.payload);
+  free(redactor.line);
+  free(bytes);
   return redaction;
 }
 
 void ReleaseRedaction(Redaction* redaction) {
-  free(redaction->replacements);
-  redaction->replacements = nullptr;
+  free(redaction->report);
+  ReleaseKnownValues(&redaction->known);
 }

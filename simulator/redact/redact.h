@@ -1,39 +1,37 @@
-// Takes out of a trace what tells whose adapter and network it was recorded with: MAC addresses,
-// network names, the contents of registers and of the efuse. The same value gets the same stand-in
-// of the same length everywhere, so that the trace still replays.
+// Makes reports of traces: what is known to be harmless stays, all else gets stand-ins. The same
+// value gets the same stand-in of the same length everywhere, so that a report still replays.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
+#include "simulator/redact/known_values.h"
 #include "simulator/scenario.h"
 
-enum class Secret : uint8_t {
-  MacAddress,
-  Ssid,
-  Register,
-  EfuseByte,
+// All texts together have at most MaxScenarioBytes.
+struct TextView {
+  const char* bytes;
+  uint32_t size;
 };
 
-struct Replacement {
-  Secret kind;
-  uint8_t length;
-  uint8_t value[32];
-  uint8_t standIn[32];
-  uint32_t places;  // where it was replaced
-};
-
-// What was replaced, in the order of its first place; to be given back with ReleaseRedaction.
 struct Redaction {
-  Replacement* replacements;
-  uint32_t count;
+  KnownValues known;     // what was replaced and what stays as text
+  uint32_t efuseBytes;   // replaced
+  uint32_t maskedTexts;  // whose letters and digits were replaced
+  uint32_t requestsLeftOut;
+  uint32_t commentsLeftOut;
+  char* report;
+  uint32_t size;
   ScenarioError error;
+  uint32_t errorText;  // index of the text that it is in
 };
 
-// Redacts a trace's text in place.
-Redaction RedactText(char* text, uint32_t size);
+// Redacts traces into one report; what is wrong with them is in `error`. `words`, of 1 to
+// MostNameBytes bytes, are replaced like names wherever they stand in texts. Where texts are not
+// kept their letters and digits are masked. The result is to be given back with ReleaseRedaction.
+Redaction RedactTraces(const TextView* texts, uint32_t count, const TextView* words,
+                       uint32_t wordCount, bool keepTexts);
 
 void ReleaseRedaction(Redaction* redaction);
 
-// Redacts a file into another one and says what was replaced. Returns the exit status.
-int RedactFile(const char* name, const char* redactedName);
+// Runs "[--keep-texts] [--word WORD]... IN... OUT". Returns the exit status, or -1 for other words.
+int RunRedact(int count, char** words);

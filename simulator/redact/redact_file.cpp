@@ -1,114 +1,194 @@
-#include <sys/stat.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
 #include "simulator/redact/redact.h"
-#include "simulator/scenario.h"
+#include "simulator/redact/whole_file.h"
 #include "simulator/scenario_error.h"
 
 namespace {
 
 constexpr int Done = 0;
 constexpr int Failed = 1;
+constexpr int WrongWords = -1;
 
-int FailFile(const char* name) {
-  (void)fprintf(stderr, "a8000: %s:0: %s\n", name, strerror(errno));
-  return Failed;
-}
+// What the words ask for.
+struct Request {
+  bool keepTexts;
+  TextView* words;
+  uint32_t wordCount;
+  char** names;  // of the traces, then of the report
+  uint32_t traceCount;
+};
 
-void PrintAddress(const uint8_t* address) {
-  for (int i = 0; i < 6; i++) printf("%s%02x", i > 0 ? "-" : "", address[i]);
-}
-
-void PrintValue(Secret kind, const uint8_t* bytes, uint32_t length) {
-  char name[MostShown + 1];
-  uint32_t number = 0;
-  switch (kind) {
-    case Secret::MacAddress:
-      PrintAddress(bytes);
-      break;
-    case Secret::Ssid:
-      CopyWord(reinterpret_cast<const char*>(bytes), length, name);
-      printf("%s", name);
-      break;
-    case Secret::Register:
-    case Secret::EfuseByte:
-      memcpy(&number, bytes, length);
-      printf("0x%0*x", static_cast<int>(2 * length), number);
-      break;
+// Prints bytes so that different ones look different, but for the zeros of 16-bit texts.
+void PrintBytes(const uint8_t* bytes, uint32_t size, const char* lineEnd) {
+  for (uint32_t i = 0; i < size; i++) {
+    if (bytes[i] == '\n') {
+      printf("%s", lineEnd);
+    } else if (bytes[i] != 0 && (bytes[i] < ' ' || bytes[i] > '~')) {
+      printf("\\x%02x", bytes[i]);
+    } else if (bytes[i] != 0) {
+      printf(bytes[i] == '\\' || bytes[i] == '"' ? "\\%c" : "%c", bytes[i]);
+    }
   }
 }
 
-// Says what stands for what, so that the words of the command can be replaced too.
-void PrintRedaction(const Redaction* redaction) {
-  const char* const names[] = {"MAC address", "SSID", "register content", "efuse byte"};
-  uint32_t places = 0;
-  for (uint32_t i = 0; i < redaction->count; i++) {
-    const Replacement* replacement = &redaction->replacements[i];
-    if (replacement->places == 0) continue;
-    printf("%s ", names[static_cast<uint32_t>(replacement->kind)]);
-    PrintValue(replacement->kind, replacement->value, replacement->length);
+void PrintValue(ValueKind kind, const uint8_t* bytes, uint32_t length) {
+  if (kind == ValueKind::Name) {
+    printf("\"");
+    PrintBytes(bytes, length, "\\n");
+    printf("\"");
+  } else if (kind == ValueKind::Register) {
+    printf("0x%02x%02x%02x%02x", bytes[3], bytes[2], bytes[1], bytes[0]);
+  } else {
+    for (uint32_t i = 0; i < length; i++) printf("%s%02x", i > 0 ? "-" : "", bytes[i]);
+  }
+}
+
+void PrintReplaced(const Redaction* redaction) {
+  const char* const names[] = {"address", "register", "name"};
+  const KnownValues* known = &redaction->known;
+  for (uint32_t i = 1; i < known->count; i++) {
+    const KnownValue* value = &known->values[i];
+    if (value->kind > ValueKind::Name) continue;
+    uint8_t standIn[MostNameBytes];
+    WriteStandIn(value, standIn);
+    printf("%s ", names[static_cast<uint32_t>(value->kind)]);
+    PrintValue(value->kind, known->bytes + value->start, value->length);
     printf(" is now ");
-    PrintValue(replacement->kind, replacement->standIn, replacement->length);
-    printf(", places: %u\n", replacement->places);
-    places += replacement->places;
+    PrintValue(value->kind, standIn, value->length);
+    printf(", places: %u\n", value->places);
   }
-  if (places == 0) printf("Nothing was replaced.\n");
+  if (redaction->efuseBytes > 0) {
+    printf("bytes of the efuse, each now the end of its address: %u\n", redaction->efuseBytes);
+  }
+  if (redaction->maskedTexts > 0) {
+    printf("texts, now without letters and digits: %u\n", redaction->maskedTexts);
+  }
 }
 
-int WriteText(const char* name, const char* text, size_t size) {
-  FILE* file = fopen(name, "wb");
-  if (file == nullptr) return FailFile(name);
-  const bool written = fwrite(text, 1, size, file) == size;
-  const int error = errno;
-  if (fclose(file) == 0 && written) return Done;
-  if (!written) errno = error;
-  const int result = FailFile(name);
-  // A part of it could be taken for a report. A device is not removed.
-  struct stat made = {};
-  if (stat(name, &made) == 0 && S_ISREG(made.st_mode)) (void)remove(name);
-  return result;
+// Prints what there is to read before the report is handed on.
+void PrintStaying(const KnownValues* known) {
+  const char* heading = "texts that stay:\n";
+  for (uint32_t i = 1; i < known->count; i++) {
+    const KnownValue* value = &known->values[i];
+    if (value->kind != ValueKind::StayingText) continue;
+    printf("%s  ", heading);
+    heading = "";
+    PrintBytes(known->bytes + value->start, value->length, "\n  ");
+    printf("\n");
+  }
 }
 
-int FailText(const char* name, const char* text, const ScenarioError* error) {
+// Returns false, after a message, where not all could be printed.
+bool PrintSummary(const Redaction* redaction) {
+  PrintReplaced(redaction);
+  PrintStaying(&redaction->known);
+  printf("requests left out, of a code or length that is not known: %u\n",
+         redaction->requestsLeftOut);
+  printf("comments left out: %u\n", redaction->commentsLeftOut);
+  printf("This list is private: it tells what the report does not.\n");
+  if (fflush(stdout) == 0 && ferror(stdout) == 0) return true;
+  ReportFileFailure("standard output");
+  return false;
+}
+
+void FailText(const char* name, const TextView* text, const ScenarioError* error) {
   (void)fprintf(stderr, "a8000: %s:%u: %s", name, error->line, error->what);
-  if (error->wordLength > 0) {
+  if (text->bytes != nullptr && error->wordLength > 0) {
     char word[MostShown + 1];
-    CopyWord(text + error->wordStart, error->wordLength, word);
+    CopyWord(text->bytes + error->wordStart, error->wordLength, word);
     (void)fprintf(stderr, ": %s", word);
   }
   (void)fprintf(stderr, "\n");
-  return Failed;
 }
 
-int RedactStream(FILE* file, const char* name, const char* redactedName, char* text) {
-  // One byte more than a scenario may have is read, to be refused.
-  const size_t size = fread(text, 1, MaxScenarioBytes + size_t{1}, file);
-  if (ferror(file) != 0) return FailFile(name);
-  Redaction redaction = RedactText(text, static_cast<uint32_t>(size));
-  const int result = redaction.error.what != nullptr ? FailText(name, text, &redaction.error)
-                                                     : WriteText(redactedName, text, size);
-  if (result == Done) PrintRedaction(&redaction);
+// Reads a file to its end. Returns false, after a message, where it cannot or has too little room.
+bool ReadTrace(const char* name, char* bytes, uint32_t room, TextView* text) {
+  FILE* file = fopen(name, "rb");
+  *text = {bytes, 0};
+  if (file != nullptr) text->size = static_cast<uint32_t>(fread(bytes, 1, room, file));
+  const bool isRead = file != nullptr && ferror(file) == 0;
+  if (!isRead) ReportFileFailure(name);
+  if (file != nullptr) (void)fclose(file);
+  if (!isRead || text->size < room) return isRead;
+  (void)fprintf(stderr, "a8000: %s:0: the traces are larger than 16 MiB\n", name);
+  return false;
+}
+
+bool ReadTraces(const Request* request, char* bytes, TextView* traces) {
+  const char* report = request->names[request->traceCount];
+  uint32_t used = 0;
+  for (uint32_t i = 0; i < request->traceCount; i++) {
+    if (IsSameFile(request->names[i], report)) {
+      (void)fprintf(stderr, "a8000: %s:0: the report would take the place of the trace\n", report);
+      return false;
+    }
+    // One byte more than a scenario may have is read, to be refused.
+    if (!ReadTrace(request->names[i], bytes + used, MaxScenarioBytes + 1 - used, &traces[i])) {
+      return false;
+    }
+    used += traces[i].size;
+  }
+  return true;
+}
+
+int Redact(const Request* request, const TextView* traces) {
+  Redaction redaction = RedactTraces(traces, request->traceCount, request->words,
+                                     request->wordCount, request->keepTexts);
+  const uint32_t wrong = redaction.errorText;
+  int result = Failed;
+  if (redaction.error.what != nullptr) {
+    FailText(request->names[wrong], &traces[wrong], &redaction.error);
+  } else if (WriteWholeFile(request->names[request->traceCount], redaction.report,
+                            redaction.size)) {
+    result = PrintSummary(&redaction) ? Done : Failed;
+  }
   ReleaseRedaction(&redaction);
   return result;
 }
 
+// Takes the options. Returns false for other words than RunRedact takes.
+bool TakeWords(int count, char** words, Request* request) {
+  int next = 0;
+  for (; next < count && strncmp(words[next], "--", 2) == 0; next++) {
+    if (strcmp(words[next], "--keep-texts") == 0) {
+      request->keepTexts = true;
+    } else if (strcmp(words[next], "--word") == 0 && next + 1 < count) {
+      const size_t size = strlen(words[++next]);
+      if (size == 0 || size > MostNameBytes) return false;
+      request->words[request->wordCount++] = {words[next], static_cast<uint32_t>(size)};
+    } else {
+      return false;
+    }
+  }
+  if (count - next < 2) return false;
+  request->names = words + next;
+  request->traceCount = static_cast<uint32_t>(count - next - 1);
+  return true;
+}
+
 }  // namespace
 
-int RedactFile(const char* name, const char* redactedName) {
-  FILE* file = fopen(name, "rb");
-  if (file == nullptr) return FailFile(name);
-  char* text = static_cast<char*>(malloc(MaxScenarioBytes + size_t{1}));
+int RunRedact(int count, char** words) {
+  Request request = {};
+  // Of the words some are traces, some to be replaced.
+  auto* texts =
+      static_cast<TextView*>(calloc(2 * static_cast<size_t>(count) + 1, sizeof(TextView)));
+  char* bytes = static_cast<char*>(malloc(MaxScenarioBytes + size_t{1}));
   int result = Failed;
-  if (text == nullptr) {
+  if (texts == nullptr || bytes == nullptr) {
     (void)fprintf(stderr, "a8000: not enough memory\n");
   } else {
-    result = RedactStream(file, name, redactedName, text);
+    request.words = texts + count;
+    result = WrongWords;
+    if (TakeWords(count, words, &request)) {
+      result = ReadTraces(&request, bytes, texts) ? Redact(&request, texts) : Failed;
+    }
   }
-  free(text);
-  (void)fclose(file);
+  free(texts);
+  free(bytes);
   return result;
 }

@@ -1,12 +1,15 @@
-// a8000redact IN OUT: what a8000ctl.exe redact does, where there is no Windows.
+// a8000redact: what a8000ctl.exe redact does, where there is no Windows.
 #include <cstdio>
 
 #include "simulator/redact/redact.h"
 
 int main(int argc, char** argv) {
-  if (argc == 3) return RedactFile(argv[1], argv[2]);
+  const int result = RunRedact(argc - 1, argv + 1);
+  if (result >= 0) return result;
   (void)fputs(
-      "a8000redact IN OUT: copies a trace without MAC addresses, SSIDs and register contents\n",
+      "a8000redact [--keep-texts] [--word WORD]... IN... OUT: makes a report of traces, in which "
+      "only\n"
+      "what is known to be harmless stays. A word has at most 64 bytes.\n",
       stderr);
   return 1;
 }

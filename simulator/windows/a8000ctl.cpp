@@ -25,7 +25,9 @@ constexpr char Usage[] =
     "  a8000ctl status              tell what the driver does\n"
     "  a8000ctl -                   read such commands from standard input, one a line;\n"
     "                               behind each one's output prints \"= \" and its exit status\n"
-    "  a8000ctl redact IN OUT       copy a trace without MAC addresses, SSIDs, register contents\n";
+    "  a8000ctl redact [--keep-texts] [--word WORD]... IN... OUT\n"
+    "                               make a report of traces, in which only what is known to be\n"
+    "                               harmless stays; texts with --keep-texts, but for each WORD\n";
 
 constexpr int Done = 0;
 constexpr int Failed = 1;
@@ -272,7 +274,10 @@ int RunStandardInput() {
 int main(int argc, char** argv) {
   if (argc == 2 && strcmp(argv[1], "-") == 0) return RunStandardInput();
   if (argc == 2 || argc == 3) return RunCommand(argv[1], argc == 3 ? argv[2] : nullptr);
-  if (argc == 4 && strcmp(argv[1], "redact") == 0) return RedactFile(argv[2], argv[3]);
+  if (argc > 3 && strcmp(argv[1], "redact") == 0) {
+    const int result = RunRedact(argc - 2, argv + 2);
+    if (result >= 0) return result;
+  }
   fputs(Usage, stderr);
   return Failed;
 }

@@ -6,10 +6,9 @@
 #include "app/listing.h"
 #include "channel/driver_channel.h"
 #include "platform/process.h"
+#include "version.h"
 
 namespace {
-
-constexpr char Version[] = "1.00.00.0070";
 
 void PrintBanner() {
   ConsolePrintf("\n");

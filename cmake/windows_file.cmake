@@ -19,6 +19,7 @@ function(add_version_record target file_type description)
     configure_file(${PROJECT_SOURCE_DIR}/packaging/${manifest_name} ${folder} COPYONLY)
     set(manifest "1 24 \"${manifest_name}\"")
   endif()
+  string(REPLACE "." ", " resource_version ${PROJECT_VERSION})
   configure_file(${PROJECT_SOURCE_DIR}/packaging/version.rc.in ${folder}/${target}.rc @ONLY)
   # The resource compiler starts a preprocessor by a command line that it does not quote in full:
   # it gets no paths but names in its folder.

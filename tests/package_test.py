@@ -12,7 +12,7 @@ import zipfile
 
 import check_documents
 import programs
-from run_cases import BANNER, STARTER, differences, lines_of
+from run_cases import BANNER, SHOWN_VERSION, STARTER, VERSION, differences, lines_of
 
 
 # A line for cmd, and how what it prints ends: with an adapter, with one that refuses everything, and
@@ -111,7 +111,7 @@ def check_program(path, objdump):
         assert flag in headers, flag
     data = open(path, "rb").read()
     assert len(data) <= 100 * 1024
-    for text in ("1.00.00.0070", "Command line tool"):
+    for text in (SHOWN_VERSION, "Command line tool"):
         assert text.encode("utf-16-le") in data, text
     assert b'level="asInvoker"' in data
     assert b"A8000_TRACE" not in data  # only wlanx-eng records
@@ -137,8 +137,8 @@ def main(build, objdump, *compiler):
     with tempfile.TemporaryDirectory() as folder:
         packed = programs.run(["cpack", "-B", folder], cwd=build, text=True)
         assert packed.returncode == 0, packed
-        program = unpack(f"{folder}/wlanx-1.0.0.70-win64.zip", folder)
-        engineering = unpack(f"{folder}/wlanx-engineering-1.0.0.70-win64.zip", folder)
+        program = unpack(f"{folder}/wlanx-{VERSION}-win64.zip", folder)
+        engineering = unpack(f"{folder}/wlanx-engineering-{VERSION}-win64.zip", folder)
         check_program(f"{program}/wlanx.exe", objdump)
         check_header(engineering, compiler)
         check_texts(engineering, "engineering")

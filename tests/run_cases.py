@@ -45,7 +45,11 @@ import programs
 # What starts a Windows program where this is not Windows.
 STARTER = [] if os.name == "nt" else [os.environ.get("WINE", "wine64")]
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-BANNER = re.compile(rb"\r?\nWLANX tool, Version 1\.00\.00\.0070\r?\n[^\r\n]+\r?\n\r?\n")
+with open(os.path.join(ROOT, "CMakeLists.txt"), encoding="utf-8") as file:
+    VERSION = re.search(r"^project\(\w+ VERSION ([\d.]+)", file.read(), re.M)[1]
+SHOWN_VERSION = "{:d}.{:02d}.{:02d}.{:04d}".format(*map(int, VERSION.split(".")))
+BANNER = re.compile(rb"\r?\nWLANX tool, Version %s\r?\n[^\r\n]+\r?\n\r?\n" %
+                    re.escape(SHOWN_VERSION).encode())
 TIME = re.compile(rb"\d\d/\d\d/\d{4} \d\d:\d\d:\d\d")
 TRACED = re.compile(rb"0x([0-9A-F]{8}) len=(\d+)(?: if 0:([0-9a-f]*))? ")
 

@@ -82,11 +82,8 @@ class Example:
         if not command.startswith("$ "):
             return renamed(piece, self.edition)
         variables = dict(VARIABLE.findall(command))
-        command, _, shortened = VARIABLE.sub("", command[2:]).partition(" | ")
+        command = VARIABLE.sub("", command[2:])
         shown = re.sub(r"(\\r)?(\\c)?$", "", shown, flags=re.M).replace("\\\\", "\\")
-        if shortened:
-            shown = f"{'' if shortened[:4] == 'head' else '...'}\n{shown}".lstrip("\n")
-            shown += "" if shortened[:4] == "tail" else "...\n"
         if command == "wlanx" and self.edition == "engineering":
             shown += "...\n"  # wlanx-eng lists more
         if command.startswith("wlanx"):

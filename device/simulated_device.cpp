@@ -2,6 +2,7 @@
 // tool's own process. A8000_SCENARIO names the scenario file (the built-in scenario without it),
 // A8000_TRACE a file that every call is recorded in.
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -135,13 +136,25 @@ bool LoadBuiltinScenario(SimulatedDevice* device) {
   return true;
 }
 
+// Whether two names are of one file, through links too.
+bool IsSameFile(const char* name, const char* other) {
+  struct stat one = {};
+  struct stat two = {};
+  return stat(name, &one) == 0 && stat(other, &two) == 0 && S_ISREG(one.st_mode) &&
+         one.st_dev == two.st_dev && one.st_ino == two.st_ino;
+}
+
 // Reads the two variables. Returns false, after a message, where a file cannot be used.
 bool Start(SimulatedDevice* device) {
   const char* scenarioName = HostVariable("A8000_SCENARIO");
+  const char* traceName = HostVariable("A8000_TRACE");
+  if (scenarioName != nullptr && traceName != nullptr && IsSameFile(scenarioName, traceName)) {
+    const ScenarioError error = {0, "the trace would take the place of the scenario", 0, 0};
+    ReportError(traceName, &error, nullptr);
+    return false;
+  }
   const bool loaded =
       scenarioName == nullptr ? LoadBuiltinScenario(device) : LoadScenario(device, scenarioName);
-
-  const char* traceName = HostVariable("A8000_TRACE");
   if (traceName == nullptr) return loaded;
   device->tracing = CreateTraceFile(&device->trace, traceName);
   return loaded && device->tracing;

@@ -89,15 +89,15 @@ def main():
                        ("mistake", "16385: unknown word: on"),
                        ("huge", "0: scenario is larger than 16 MiB")):
         expect(["scenario", name], errors=f"a8000: {name}:{what}\n")
-    expect(["status"], status("loaded, 1 rules, 1 registers", 0, 0, 0))
+    expect(["status"], status("small, 1 rules, 1 registers", 0, 0, 0))
 
     holder = hold("device")
     expect(["install"], errors=IN_USE)
-    expect(["status"], status("loaded, 1 rules, 1 registers", 1, 1, 77))
+    expect(["status"], status("small, 1 rules, 1 registers", 1, 1, 77))
     programs.end(holder)
     trace = ("open ok\n0xFFFCF105 len=8 if 0:0000000000000000 ok 0:021a2b3c4d5e0000 times=1\n"
              "close ok\n")
-    expect(["trace", "trace"])
+    expect(["trace", "trace"], "The trace is in trace.\n")
     assert open("trace").read() == trace, open("trace").read()
     expect(["trace", "missing/trace"], errors="a8000: missing/trace:0: No such file or directory\n")
     write("any", "1 ok\n")
@@ -109,7 +109,7 @@ def main():
            errors="a8000: the trace lacks calls for which there was no room: 2\n")
     assert open("full").readlines()[-1] == "# calls left out, for which there was no room: 2\n"
     size = os.path.getsize("full") - len("# calls left out, for which there was no room: 2\n")
-    expect(["status"], status("loaded, 1 rules, 0 registers", 70, 0, size, ", calls left out: 2"))
+    expect(["status"], status("any, 1 rules, 0 registers", 70, 0, size, ", calls left out: 2"))
     expect(["scenario", "full"], "The simulated adapter answers from full.\n")
     expect(["redact", "trace", "redacted"],
            "address 02-1a-2b-3c-4d-5e is now 02-00-00-00-00-01, places: 1\n"
@@ -120,13 +120,13 @@ def main():
            errors="a8000: trace:0: the report would take the place of the trace\n")
     expect(["scenario", "large"], "The simulated adapter answers from large.\n")
     expect(["scenario", "trace"], "The simulated adapter answers from trace.\n")
-    expect(["status"], status("loaded, 1 rules, 0 registers", 0, 0, 0))
+    expect(["status"], status("trace, 1 rules, 0 registers", 0, 0, 0))
 
     for _ in range(3):
         expect(["scenario", "small"], loaded)
         programs.end(hold("requests"))
     expect(["scenario", "small"], loaded)
-    expect(["status"], status("loaded, 1 rules, 1 registers", 0, 0, 0))
+    expect(["status"], status("small, 1 rules, 1 registers", 0, 0, 0))
     check_input()
     check_services()
     expect(["install"], INSTALLED)

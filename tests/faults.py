@@ -151,6 +151,8 @@ class Faults(unittest.TestCase):
                 ("wlanx", {"A8000_SCENARIO": "/dev/zero"},
                  "/dev/zero:0: scenario is larger than 16 MiB"),
                 ("wlanx", {"A8000_TRACE": "a/b"}, "a/b:0: No such file or directory"),
+                ("wlanx", {"A8000_SCENARIO": "s", "A8000_TRACE": "./s"},
+                 "./s:0: the trace would take the place of the scenario"),
                 ("wlanx-without-memory", {"A8000_SCENARIO": builtin},
                  builtin + ":0: Cannot allocate memory")):
             code, output, errors = self.run_tool(["stat"], program=program, variables=variables)

@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "simulator/redact/redact.h"
+#include "simulator/redact/whole_file.h"
 #include "simulator/scenario_error.h"
 #include "simulator/trace.h"
 #include "simulator/windows/control_protocol.h"
@@ -111,6 +112,12 @@ int ReadAndLoad(const char* name, FILE* file, LoadText* load) {
     return Failed;
   }
   if (reply.what[0] == 0) {
+    constexpr size_t Most = sizeof(SimulatorStatus::name) - 1;
+    const size_t length = strlen(name);
+    char end[Most] = {};
+    memcpy(end, name + (length > Most ? length - Most : 0), length > Most ? Most : length);
+    Ask(ControlNameScenario, end, static_cast<uint32_t>(length > Most ? Most : length), nullptr, 0,
+        &returned);
     printf("The simulated adapter answers from %s.\n", name);
     return Done;
   }
@@ -157,44 +164,51 @@ bool QueryStatus(SimulatorStatus* status) {
   return Ask(ControlQueryStatus, nullptr, 0, status, sizeof(*status), &returned);
 }
 
-// Ends the trace with what it lacks, as the recorder on Linux does. `loads` is from its start.
-int EndTrace(const char* name, FILE* file, uint32_t loads) {
-  SimulatorStatus status = {};
-  if (!QueryStatus(&status)) return Failed;
-  if (status.loads != loads) {
+// Fetches the whole trace into `bytes`, which takes MaxTraceBytes. Returns false on failure.
+bool FetchAll(char* bytes, uint32_t* size) {
+  constexpr uint32_t Piece = 1 << 20;
+  for (*size = 0; *size < MaxTraceBytes;) {
+    FetchTrace fetch = {*size};
+    DWORD returned = 0;
+    const uint32_t room = MaxTraceBytes - *size;
+    if (!Ask(ControlFetchTrace, &fetch, sizeof(fetch), bytes + *size, room < Piece ? room : Piece,
+             &returned)) {
+      return false;
+    }
+    if (returned == 0) break;
+    *size += returned;
+  }
+  return true;
+}
+
+// Writes the trace, with what it lacks, as the recorder on Linux does.
+int WriteTrace(const char* name, char* bytes) {
+  SimulatorStatus before = {};
+  SimulatorStatus after = {};
+  uint32_t size = 0;
+  if (!QueryStatus(&before) || !FetchAll(bytes, &size) || !QueryStatus(&after)) return Failed;
+  if (after.loads != before.loads) {
     fprintf(stderr, "a8000: a scenario was loaded while the trace was fetched; fetch it again\n");
     return Failed;
   }
-  if (status.leftOut == 0) return Done;
-  char line[LeftOutLineBytes];
-  const uint32_t size = FormatLeftOut(status.leftOut, line);
-  if (fwrite(line, 1, size, file) != size) return FailFile(name);
-  fprintf(stderr, "a8000: the trace lacks calls for which there was no room: %u\n", status.leftOut);
+  if (after.leftOut > 0) size += FormatLeftOut(after.leftOut, bytes + size);
+  if (!WriteWholeFile(name, bytes, size)) return Failed;
+  if (after.leftOut == 0) {
+    printf("The trace is in %s.\n", name);
+    return Done;
+  }
+  fprintf(stderr, "a8000: the trace lacks calls for which there was no room: %u\n", after.leftOut);
   return Failed;
 }
 
-// Copies the whole trace.
-int FetchInto(const char* name, FILE* file, uint32_t loads) {
-  static char bytes[1 << 20];
-  FetchTrace fetch = {0};
-  for (;;) {
-    DWORD returned = 0;
-    if (!Ask(ControlFetchTrace, &fetch, sizeof(fetch), bytes, sizeof(bytes), &returned)) {
-      return Failed;
-    }
-    if (returned == 0) return EndTrace(name, file, loads);
-    if (fwrite(bytes, 1, returned, file) != returned) return FailFile(name);
-    fetch.offset += returned;
-  }
-}
-
 int Trace(const char* name) {
-  SimulatorStatus status = {};
-  if (!QueryStatus(&status)) return Failed;  // without a trace the file stays as it is
-  FILE* file = fopen(name, "wb");
-  if (file == nullptr) return FailFile(name);
-  const int result = FetchInto(name, file, status.loads);
-  if (fclose(file) != 0 && result == Done) return FailFile(name);
+  char* bytes = static_cast<char*>(malloc(MaxScenarioBytes));
+  if (bytes == nullptr) {
+    fprintf(stderr, "a8000: not enough memory\n");
+    return Failed;
+  }
+  const int result = WriteTrace(name, bytes);
+  free(bytes);
   return result;
 }
 
@@ -202,7 +216,9 @@ int Status() {
   SimulatorStatus status = {};
   if (!QueryStatus(&status)) return Failed;
   printf("The simulated adapter is running.\n");
-  printf("Scenario:  %s, %u rules, %u registers\n", status.builtin != 0 ? "built-in" : "loaded",
+  status.name[sizeof(status.name) - 1] = 0;
+  const char* name = status.name[0] != 0 ? status.name : "loaded";
+  printf("Scenario:  %s, %u rules, %u registers\n", status.builtin != 0 ? "built-in" : name,
          status.rules, status.registers);
   printf("Requests:  %u\n", status.requests);
   printf("Opened by: %u\n", status.opened);

@@ -21,6 +21,8 @@ constexpr uint32_t ControlLoadBuiltin = ControlCode(0x801);
 constexpr uint32_t ControlFetchTrace = ControlCode(0x802);
 // Out: a SimulatorStatus.
 constexpr uint32_t ControlQueryStatus = ControlCode(0x803);
+// In: what the status calls the scenario in force, until another one is loaded.
+constexpr uint32_t ControlNameScenario = ControlCode(0x804);
 
 struct LoadReply {
   uint32_t line;        // of the error; 0 where the text as a whole is at fault
@@ -44,5 +46,6 @@ struct SimulatorStatus {
   uint32_t traceBytes;  // recorded
   uint32_t leftOut;     // calls that found no room in the trace
   uint32_t loads;       // scenarios loaded, so that one who fetches a trace notices a new one
+  char name[256];       // the scenario's, the end of a longer one; empty where none was given
 };
-static_assert(sizeof(SimulatorStatus) == 32);
+static_assert(sizeof(SimulatorStatus) == 288);

@@ -9,6 +9,7 @@
 #undef InterlockedBitTestAndReset
 
 #include <bit>
+#include <cstring>
 
 #include "simulator/windows/driver_front.h"
 #include "simulator/windows/nt_status.h"
@@ -21,7 +22,12 @@ namespace {
 
 constexpr ULONG PoolTag = 0x38303041;  // "A008"
 
+// ExAllocatePool2, which Windows has from 10, version 2004, on. It clears what it yields.
+using PoolAllocator = void*(NTAPI*)(ULONG64 flags, SIZE_T size, ULONG tag);
+constexpr ULONG64 PagedPoolFlag = 0x100;
+
 struct DriverState {
+  PoolAllocator allocate;  // null where there is none
   DEVICE_OBJECT* device;
   DEVICE_OBJECT* control;
   bool controlLinked;
@@ -58,7 +64,11 @@ UNICODE_STRING ControlLinkName() {
 }
 
 void* Allocate(uint64_t size) {
-  return ExAllocatePoolWithTag(PagedPool, size, PoolTag);
+  const PoolAllocator allocate = State()->allocate;
+  if (allocate != nullptr) return allocate(PagedPoolFlag, size, PoolTag);
+  void* memory = ExAllocatePoolWithTag(PagedPool, size, PoolTag);
+  if (memory != nullptr) memset(memory, 0, size);
+  return memory;
 }
 
 void Release(void* memory) {
@@ -242,6 +252,8 @@ NTSTATUS CreateDevices(DRIVER_OBJECT* driver, DriverState* state) {
 
 extern "C" NTSTATUS NTAPI DriverEntry(DRIVER_OBJECT* driver, UNICODE_STRING* /*registryPath*/) {
   DriverState* state = State();
+  UNICODE_STRING allocator = NameOf(L"ExAllocatePool2");
+  state->allocate = std::bit_cast<PoolAllocator>(MmGetSystemRoutineAddress(&allocator));
   ExInitializeFastMutex(&state->mutex);
   driver->MajorFunction[IRP_MJ_CREATE] = HandleCreate;
   driver->MajorFunction[IRP_MJ_CLOSE] = HandleClose;

@@ -63,6 +63,7 @@ void UseScenario(DriverFront* front, StoredScenario* stored, const Scenario* sce
   front->builtin = scenario == &BuiltinScenario;
   front->requests = 0;
   front->loads++;
+  front->name[0] = 0;
   AdapterStart(&front->adapter, scenario, stored->served);
   TraceStoreClear(&front->traceStore);
   TraceStart(&front->trace, TraceStoreSink(&front->traceStore));
@@ -123,12 +124,19 @@ FrontReply Fetch(const DriverFront* front, void* buffer, uint32_t inputLength,
 FrontReply QueryStatus(const DriverFront* front, void* buffer, uint32_t outputLength) {
   if (outputLength < sizeof(SimulatorStatus)) return Refusal(ErrorInsufficientBuffer);
   const Scenario* scenario = front->adapter.scenario;
-  const SimulatorStatus status = {
-      front->builtin ? 1U : 0U, scenario->ruleCount, scenario->registerCount,
-      front->requests,          front->opened,       front->trace.bytes,
-      front->trace.leftOut,     front->loads};
+  SimulatorStatus status = {front->builtin ? 1U : 0U, scenario->ruleCount, scenario->registerCount,
+                            front->requests,          front->opened,       front->trace.bytes,
+                            front->trace.leftOut,     front->loads,        {}};
+  memcpy(status.name, front->name, sizeof(status.name));
   memcpy(buffer, &status, sizeof(status));
   return {0, sizeof(status), false};
+}
+
+FrontReply NameScenario(DriverFront* front, const void* buffer, uint32_t inputLength) {
+  if (inputLength >= sizeof(front->name)) return Refusal(ErrorInvalidParameter);
+  memcpy(front->name, buffer, inputLength);
+  front->name[inputLength] = 0;
+  return {};
 }
 
 }  // namespace
@@ -185,6 +193,8 @@ FrontReply FrontControl(DriverFront* front, uint32_t code, void* buffer, uint32_
       return LoadBuiltin(front, inputLength);
     case ControlFetchTrace:
       return Fetch(front, buffer, inputLength, outputLength);
+    case ControlNameScenario:
+      return NameScenario(front, buffer, inputLength);
     case ControlQueryStatus:
       return QueryStatus(front, buffer, outputLength);
     default:

@@ -20,6 +20,7 @@ struct DriverFront {
   uint32_t opened;    // handles open now
   uint32_t loads;     // scenarios put in force so far
   bool builtin;
+  char name[256];  // of the scenario
 };
 
 // The largest payload that a request may have, far above what any command sends. One that is larger

@@ -83,7 +83,7 @@ SC_HANDLE OpenDriver(DWORD access) {
 }
 
 // Creates the service or opens the one that exists; null, with a last-error code, where that fails.
-SC_HANDLE CreateDriver(const char* path) {
+SC_HANDLE CreateDriver(const char* path, bool* created) {
   SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_CREATE_SERVICE);
   if (manager == nullptr) return nullptr;
   SC_HANDLE service =
@@ -91,6 +91,7 @@ SC_HANDLE CreateDriver(const char* path) {
                      SERVICE_DEMAND_START, SERVICE_ERROR_NORMAL, path, nullptr, nullptr, nullptr,
                      nullptr, nullptr);
   DWORD error = GetLastError();
+  *created = service != nullptr;
   if (service == nullptr && error == ERROR_SERVICE_EXISTS) {
     service = OpenServiceA(manager, ServiceName, SERVICE_ALL_ACCESS);
     error = GetLastError();
@@ -149,10 +150,13 @@ DWORD StartDriverFile(SC_HANDLE service, const char* path) {
   return 0;
 }
 
+// A first installation that fails leaves no service behind.
 DWORD InstallOnce(const char* path) {
-  SC_HANDLE service = CreateDriver(path);
+  bool created = false;
+  SC_HANDLE service = CreateDriver(path, &created);
   if (service == nullptr) return GetLastError();
   const DWORD error = StartDriverFile(service, path);
+  if (error != 0 && created) DeleteService(service);
   CloseServiceHandle(service);
   return error;
 }

@@ -134,7 +134,7 @@ def run(*words):
 
 def main(build, objdump, *compiler):
     with tempfile.TemporaryDirectory() as folder:
-        packed = programs.run(["cpack", "-B", folder], cwd=build, text=True)
+        packed = programs.run(["cpack", "-B", folder], 300, cwd=build, text=True)
         assert packed.returncode == 0, packed
         program = unpack(f"{folder}/wlanx-{VERSION}-win64.zip", folder)
         engineering = unpack(f"{folder}/wlanx-engineering-{VERSION}-win64.zip", folder)

@@ -76,6 +76,7 @@ def check_examples(folder, document):
             check_documents.write(name, text.replace("\n", "\r\n"))
     runs = [text for _, _, text in blocks if text.startswith("> ")]
     assert runs, document
+    run_in(folder, "a8000ctl scenario --builtin")
     for text in runs:
         pieces = [piece.partition("\n") for piece in re.split(r"^> ", text, flags=re.M)[1:]]
         check_documents.write("block.cmd", "@echo off\r\n" + "".join(
@@ -146,7 +147,8 @@ def main(build, objdump, *compiler):
         run(f"{engineering}/a8000ctl.exe", "install")
         for tool in (f"{program}/wlanx.exe", f"{engineering}/wlanx-eng.exe"):
             assert run(tool, "get_mac_add")[-1] == "MAC Address: 02-A8-00-5C-1D-42"
-        for document in ("commands.md", "usage-texts.md", "engineering-commands.md"):
+        for document in ("commands.md", "usage-texts.md", "engineering-commands.md",
+                         "driver-protocol.md", "wtbl-example.md"):
             check_examples(engineering, f"docs/{document}")
         check_batch_files(engineering)
         run(f"{engineering}/a8000ctl.exe", "scenario", f"{engineering}/scenarios/refusal.a8000")

@@ -6,12 +6,13 @@
 #include "app/usage.h"
 
 void PrintUsageListing(const char* programPath) {
-  char name[ProgramNameSize];
-  ProgramBaseName(programPath, name);
-  ConsolePrintf("%s [parameters...]\n", name);
+  ProgramName program;
+  ProgramBaseName(programPath, program.Name);
+  BoundedPrintf(program.Column, sizeof(program.Column), "%20s", program.Name);
+  ConsolePrintf("%s [parameters...]\n", program.Name);
   ConsolePrintf("\n");
   ConsolePrintf("Available parameters\n");
-  for (int row = 0; row < CommandCount; row++) PrintCommandUsage(name, row);
+  for (int row = 0; row < CommandCount; row++) PrintCommandUsage(program, row);
 }
 
 int HandleHelpCommand(int /*argc*/, char** argv) {

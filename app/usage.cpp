@@ -1,5 +1,7 @@
 #include "app/usage.h"
 
+#include <initializer_list>
+
 #include "app/command_table.h"
 #include "app/console/print.h"
 #include "app/console/text.h"
@@ -19,25 +21,29 @@ const UsageText* FindUsageText(const CommandEntry& command) {
   return nullptr;
 }
 
+void PrintPieces(std::initializer_list<const char*> pieces) {
+  for (const char* piece : pieces) ConsoleText(piece);
+}
+
 // So that a line stands under the description.
 constexpr char Indent[] = "                    ";
 
-void PrintUsageLine(const UsageLine& line, const char* programName, const char* name) {
+void PrintUsageLine(const UsageLine& line, const ProgramName& program, const char* name) {
   switch (line.Layout) {
     case UsageLayout::Plain:
-      ConsolePrintf("%s%s\n", Indent, line.Text);
+      PrintPieces({Indent, line.Text, "\n"});
       break;
     case UsageLayout::Command:
-      ConsolePrintf("%s    %20s   %s%s\n", Indent, programName, name, line.Text);
+      PrintPieces({Indent, "    ", program.Column, "   ", name, line.Text, "\n"});
       break;
     case UsageLayout::TabbedCommand:
-      ConsolePrintf("%s\t %20s\t%s%s\n", Indent, programName, name, line.Text);
+      PrintPieces({Indent, "\t ", program.Column, "\t", name, line.Text, "\n"});
       break;
     case UsageLayout::HalfTabbedCommand:
-      ConsolePrintf("%s\t%20s   %s%s\n", Indent, programName, name, line.Text);
+      PrintPieces({Indent, "\t", program.Column, "   ", name, line.Text, "\n"});
       break;
     case UsageLayout::NarrowCommand:
-      ConsolePrintf("%s %20s %s%s\n", Indent, programName, name, line.Text);
+      PrintPieces({Indent, " ", program.Column, " ", name, line.Text, "\n"});
       break;
     case UsageLayout::Value:
       ConsolePrintf("%s    %20s\n", Indent, line.Text);
@@ -46,25 +52,25 @@ void PrintUsageLine(const UsageLine& line, const char* programName, const char* 
       ConsolePrintf("%s\t %20s\n", Indent, line.Text);
       break;
     case UsageLayout::BeforeProgram:
-      ConsolePrintf("%s%s%s", Indent, line.Text, programName);
+      PrintPieces({Indent, line.Text, program.Name});
       break;
     case UsageLayout::AfterProgram:
-      ConsolePrintf("%s\n", line.Text);
+      PrintPieces({line.Text, "\n"});
       break;
   }
 }
 
 }  // namespace
 
-void PrintCommandUsage(const char* programName, int row) {
+void PrintCommandUsage(const ProgramName& program, int row) {
   const CommandEntry& command = CommandTable[row];
   const UsageText* text = FindUsageText(command);
   while (text != nullptr) {
     ConsolePrintf("%-20s %s \n", command.Name, command.Description);
     for (int i = 0; i < text->LineCount; i++) {
-      PrintUsageLine(text->Lines[i], programName, command.Name);
+      PrintUsageLine(text->Lines[i], program, command.Name);
     }
-    if (text->Ending != UsageEnding::None) ConsolePrintf("\n");
+    if (text->Ending != UsageEnding::None) ConsoleText("\n");
     text = text->Ending == UsageEnding::NextText ? text + 1 : nullptr;
   }
 }

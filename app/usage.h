@@ -1,6 +1,15 @@
 // The usage text of one row of the command table.
 #pragma once
 
+#include "app/console/text.h"
+
+// The program's display name, as it is and right-aligned in the 20 columns that a usage line has
+// for it.
+struct ProgramName {
+  char Name[ProgramNameSize];
+  char Column[ProgramNameSize];
+};
+
 // Prints the text of row `row` (0 to CommandCount - 1), chosen by the row's Oid; a row whose Oid
-// has no text prints nothing. `programName` is the program's display name.
-void PrintCommandUsage(const char* programName, int row);
+// has no text prints nothing.
+void PrintCommandUsage(const ProgramName& program, int row);

@@ -8,9 +8,8 @@ target_link_options(wlanx_options INTERFACE -Wl,--gc-sections $<$<CONFIG:Release
 
 if(WIN32)
   # The C runtime is msvcrt.dll: it is a part of every 64-bit Windows, so that a program is one file
-  # that needs nothing installed. All formatting is the tool's own; the toolchain's replacement for
-  # msvcrt's printf family would only add 25 KB. The C++ headers ask for it unless <stdio.h> comes
-  # before them.
+  # that needs nothing installed. The toolchain's replacement for its printf family would only add
+  # 25 KB; the C++ headers ask for it unless <stdio.h> comes before them.
   target_compile_options(wlanx_runtime INTERFACE -D__USE_MINGW_ANSI_STDIO=0 -include stdio.h)
   target_link_options(wlanx_runtime INTERFACE -static)
   # Wine's debugger reads no later format of symbols.

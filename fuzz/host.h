@@ -2,6 +2,8 @@
 // fuzz/replies_fuzz.cpp, which can refuse them and sees what is not given back.
 #pragma once
 
+#include <unistd.h>
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -9,6 +11,7 @@ void* FuzzCalloc(size_t count, size_t size);
 void FuzzFree(void* block);
 FILE* FuzzOpen(const char* path, const char* mode);
 int FuzzClose(FILE* file);
+[[noreturn]] void FuzzExit(int status);
 int ToolMain(int argc, char** argv);
 
 #ifdef WLANX_FUZZ_TOOL
@@ -16,5 +19,6 @@ int ToolMain(int argc, char** argv);
 #define free FuzzFree
 #define fopen FuzzOpen
 #define fclose FuzzClose
+#define _exit FuzzExit
 #define main ToolMain
 #endif

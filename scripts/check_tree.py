@@ -1,6 +1,5 @@
 #!/usr/bin/env python3
-"""Checks what no compiler checks: which layer includes which, by which conversions the tool prints,
-how long functions and files are."""
+"""Checks what no compiler checks: which layer includes which, how long functions and files are."""
 
 import os
 import re
@@ -31,7 +30,6 @@ ALLOWED = {
 UNBOUND = ("tests", "fuzz")  # may include everything
 
 CPP = (".c", ".cc", ".cpp", ".h", ".inc")
-PRINTED = r"%(-?\d*(\.(\d+|\*))?((ll)?[duxX]|[csS])|%)"
 LONGEST_FUNCTION = 60
 LONGEST_FILE = 500  # besides its tables and records
 
@@ -54,16 +52,6 @@ def include_problems(path, text):
             continue
         if not {(who, what) for who in (path, own) for what in (target, layer)} & ALLOWED:
             yield f"{path}:{number}: {own} must not include {target}"
-
-
-def format_problems(path, text):
-    """Conversions of C's printf, which the compiler takes, that app/console/print.cpp has not."""
-    for call in re.finditer(r'(?:Printf|CoexAppend)\((?:[^;"]|"(?:[^"\\]|\\.)*")*;', text):
-        for literal in re.findall(r'"((?:[^"\\]|\\.)*)"', call[0]):
-            for conversion in re.findall(r"%[^a-zA-Z%]*(?:[hlzjtL]*[a-zA-Z]|%)", literal):
-                if not re.fullmatch(PRINTED, conversion):
-                    line = text.count("\n", 0, call.start()) + 1
-                    yield f"{path}:{line}: {conversion} is not among the conversions of print.h"
 
 
 def blocks(lines):
@@ -101,8 +89,6 @@ def main():
         text = open(os.path.join(ROOT, path), encoding="utf-8").read()
         if path.endswith(CPP):
             problems += include_problems(path, text)
-            if path.startswith(("app/", "channel/", "commands/")):
-                problems += format_problems(path, text)
         problems += length_problems(path, text)
     print("\n".join(problems + [f"{files} files, {len(problems)} problems"]))
     return 1 if problems or not files else 0

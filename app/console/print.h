@@ -1,25 +1,24 @@
-// Formatted output. The conversions are those of C's printf that the tool uses:
-//   %d %u %x %X %c %s with flags - 0, width, precision (also *); %lld %llu %llx; %% ;
-//   %S, a text of 16-bit little-endian characters; what is not ASCII prints as a question mark.
-// A number has at most 32 digits, leading zeros among them; a width by * is not negative.
+// Formatted output by the C runtime. Formats are checked against what the host's one has.
 #pragma once
 
 #include <cstddef>
 #include <cstdio>
 
-// Lets the compilers that can compare formats with their values.
-#if defined(__clang__)
+#if defined(__MINGW_PRINTF_FORMAT)
 #define PRINTF_LIKE(formatIndex, firstValue) \
-  __attribute__((format(printf, formatIndex, firstValue)))
+  __attribute__((format(__MINGW_PRINTF_FORMAT, formatIndex, firstValue)))
 #elif defined(__GNUC__)
 #define PRINTF_LIKE(formatIndex, firstValue) \
-  __attribute__((format(gnu_printf, formatIndex, firstValue)))
+  __attribute__((format(printf, formatIndex, firstValue)))
 #else
 #define PRINTF_LIKE(formatIndex, firstValue)
 #endif
 
 // Prints to standard output. What is printed is collected; ConsoleFlush writes it out.
 void ConsolePrintf(const char* format, ...) PRINTF_LIKE(1, 2);
+
+// Prints a text as it stands.
+void ConsoleText(const char* text);
 
 // Prints into an open file.
 void FilePrintf(FILE* file, const char* format, ...) PRINTF_LIKE(2, 3);

@@ -1,9 +1,10 @@
 #include "app/console/text.h"
 
+#include <unistd.h>
+
 #include <cstring>
 
 #include "app/console/print.h"
-#include "platform/process.h"
 
 namespace {
 
@@ -39,5 +40,5 @@ void ProgramBaseName(const char* path, char (&name)[ProgramNameSize]) {
 
 void EndAfterFatalError() {
   ConsoleFlush();
-  EndProcess(3);
+  _exit(3);
 }

@@ -1,4 +1,5 @@
 // `coex_info`: the report about Wi-Fi and Bluetooth sharing the air.
+#include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 
@@ -39,12 +40,14 @@ struct CoexText {
   size_t used;  // length that everything appended needs; beyond the size once something was cut
 };
 
-// Appends at least one value by `format`. What does not fit is cut, what follows it is dropped.
-template <typename... Values>
-void CoexAppend(CoexText* report, const char* format, Values... values) {
+// What does not fit is cut, what follows it is dropped.
+PRINTF_LIKE(2, 3) void CoexAppend(CoexText* report, const char* format, ...) {
   if (report->used >= sizeof(report->text)) return;
-  const int length = BoundedPrintf(report->text + report->used, sizeof(report->text) - report->used,
-                                   format, values...);
+  va_list values;
+  va_start(values, format);
+  const int length =
+      vsnprintf(report->text + report->used, sizeof(report->text) - report->used, format, values);
+  va_end(values);
   if (length > 0) report->used += static_cast<size_t>(length);
 }
 

@@ -1,8 +1,8 @@
 // The fields of the UMAC part of a wireless-table entry, and `uwtbl`: a summary of it.
 #include "commands/internal/umac_wtbl.h"
 
+#include <cinttypes>
 #include <cstddef>
-#include <cstdint>
 
 #include "app/console/print.h"
 #include "app/console/scan.h"
@@ -157,8 +157,7 @@ void PrintUwtblSummary(const UwtblSummary& summary) {
   const uint32_t keyLocation0 = WtblBits(summary.keyWord, 10, 0);
   const uint32_t keyLocation1 = WtblBits(summary.keyWord, 26, 16);
   ConsolePrintf("UMAC WTBL Addr: group: 0x%x=0x0 addr: 0x%x\n", summary.group, summary.address);
-  ConsolePrintf("UWTBL DW 0,1\n\tpn:%llu\n\tcom_sn:%u\n",
-                static_cast<unsigned long long>(summary.packetNumber),
+  ConsolePrintf("UWTBL DW 0,1\n\tpn:%" PRIu64 "\n\tcom_sn:%u\n", summary.packetNumber,
                 WtblBits(summary.commonSequenceWord, 27, 16));
   ConsolePrintf("UWTBL DW 5\n\tKey_loc0:%u\n\tKey_loc1:%u\n\tQoS:%u\n\tHT:%u\n\tHW_AMSDU_CFG:%u\n",
                 keyLocation0, keyLocation1, WtblBits(summary.keyWord, 27, 27),

@@ -3,6 +3,7 @@
 
 #include "app/console/print.h"
 #include "channel/driver_channel.h"
+#include "channel/little_endian.h"
 #include "channel/oid.h"
 #include "commands/refusals.h"
 #include "commands/status/status_commands.h"
@@ -12,19 +13,27 @@ namespace {
 // The driver is handed an odd number of bytes: 127 characters of 16 bits and one byte over.
 constexpr uint32_t BluetoothVersionSize = 255;
 
+// Prints a text of 16-bit characters, up to a zero; what is not ASCII prints as a question mark.
+void PrintWideText(const uint8_t* bytes, uint32_t size) {
+  for (uint32_t i = 0; i + 1 < size; i += 2) {
+    const uint16_t character = ReadU16(bytes + i);
+    if (character == 0) return;
+    ConsolePrintf("%c", character < 0x80 ? character : '?');
+  }
+}
+
 }  // namespace
 
 int HandleGetFwVerCommand(int argc, char** /*argv*/) {
   N9VersionInfo wifi = {};
-  uint8_t bluetooth[BluetoothVersionSize + 1] = {};
+  uint8_t bluetooth[BluetoothVersionSize] = {};
   if (argc != 2) return InvalidParameters(1);
   if (!OidRequest(OidFirmwareVersion, &wifi)) return RequestRefused(0);
   ConsolePrintf("Wifi/BT FW Version\n");
   ConsolePrintf("FW Version (WIFI) = %.*s \n", N9VersionTextLimit, N9VersionText(wifi));
   if (!OidRequest(OidBluetoothVersion, bluetooth, BluetoothVersionSize)) return RequestRefused(0);
-  // The odd byte is half a character: the text ends before it. %S reads bytes in pairs, whatever
-  // the platform's own wide character is.
-  bluetooth[BluetoothVersionSize - 1] = 0;
-  ConsolePrintf("FW Version (BT) = %S \n", reinterpret_cast<const wchar_t*>(bluetooth));
+  ConsolePrintf("FW Version (BT) = ");
+  PrintWideText(bluetooth, BluetoothVersionSize);
+  ConsolePrintf(" \n");
   return 1;
 }

@@ -14,64 +14,12 @@
 
 namespace {
 
-template <typename... Values>
-std::string Format(const char* format, Values... values) {
-  char text[512];
-  int length = BoundedPrintf(text, sizeof(text), format, values...);
-  EXPECT_EQ(strlen(text), static_cast<size_t>(length));
-  return text;
-}
-
-TEST(Print, ConvertsAsTheCLibraryDoes) {
-  struct {
-    const char* format;
-    int value;
-  } numbers[] = {{"%d", -1},    {"%d", INT32_MIN}, {"[%4d]", 7},  {"[%-4d]", 7},   {"[%2d]", -1},
-                 {"%02d", -1},  {"%04d", -12},     {"%u", -1},    {"%x", 0},       {"%0x", 0x1f},
-                 {"%0X", 0x1f}, {"%.2X", 5},       {"%.2X", -10}, {"%08x", 0x1f},  {"0x%.8X", 31},
-                 {"%c", 'z'},   {"[%3c]", 'z'},    {"%.0d", 0},   {"[%5.3d]", -7}, {"100%%%d", 1}};
-  for (auto& [format, value] : numbers) {
-    char expected[64];
-    snprintf(expected, sizeof(expected), format, value);
-    EXPECT_EQ(Format(format, value), expected) << format;
-  }
-  EXPECT_EQ(Format("[%20s][%-20s][%2s][%.2s]", "ab", "ab", "abc", "abc"),
-            "[                  ab][ab                  ][abc][ab]");
-  EXPECT_EQ(Format("[%.*s][%*d][%1s]", 2, "abc", 4, 7, ""), "[ab][   7][ ]");
-  EXPECT_EQ(Format("%llu %lld", ~0ULL, INT64_MIN), "18446744073709551615 -9223372036854775808");
-  EXPECT_EQ(Format("%S|", reinterpret_cast<const wchar_t*>("B\0T\0\xe9\0\x16\x04\n\0\0\0")),
-            "BT??\n|");
-}
-
 TEST(Print, WritesDecibelsAsTheCLibraryDoes) {
   for (int half = INT8_MIN; half <= UINT8_MAX; half++) {
     char expected[16];
     snprintf(expected, sizeof(expected), "%.1f", half * 0.5);
     EXPECT_STREQ(Decibels(half).text, expected);
   }
-}
-
-TEST(Print, CutsAtTheEndOfItsMemoryAndCountsOn) {
-  char text[8] = "#######";
-  EXPECT_EQ(BoundedPrintf(text, 5, "%s-%d", "abc", 1234), 8);
-  EXPECT_STREQ(text, "abc-");
-  EXPECT_EQ(text[5], '#');
-  EXPECT_EQ(BoundedPrintf(text, 0, "xyz"), 3);
-  EXPECT_STREQ(text, "abc-");
-}
-
-TEST(Print, WritesOutWhatIsTooMuchToKeep) {
-  const std::string tooLong(70000, 'x');
-  std::string expected;
-  testing::internal::CaptureStdout();
-  for (int i = 0; i < 4000; i++) {
-    ConsolePrintf("%d%.*s|%-5s\n", i, i, i % 1000 == 7 ? tooLong.c_str() : "abcdefghij", "z");
-    const std::string text = i % 1000 == 7 ? tooLong : "abcdefghij";
-    expected += std::to_string(i) + text.substr(0, static_cast<size_t>(i)) + "|z    \n";
-  }
-  ConsolePrintf("%s", tooLong.c_str());
-  ConsoleFlush();
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), expected + tooLong);
 }
 
 TEST(Scan, ReadsNumbersAsTheCLibraryDoes) {

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""Names what was forgotten of a command: every row of the command table has a usage text, a case, its
-places in the documents and a line in the change log."""
+"""Names what was forgotten of a command: every row of the command table has a usage text, a case, one
+in which the driver refuses, its places in the documents and a line in the change log. Every record has
+its size and offsets asserted, and no engineering row is longer than the payload of its engine."""
 
 import glob
 import os
@@ -19,6 +20,7 @@ UNLISTED = {
     "get_usb_speed", "oid_len_test", "txbf", "set_bssid", "set_bssid2", "set_cmd_str",
     "get_cmd_str", "chan_pref_cfg", "twt_setup", "set_apsd",
 }
+SEND_NOTHING = {"help", "get_cs", "set_cs"}
 TEXTS = "app/usage_texts.cpp"
 
 
@@ -58,10 +60,44 @@ def places(own):
         yield path, headings | names(first_cells(text)), "a row or a heading of its own"
     yield f'{path}, "Find a command"', names(section(text, "## Find a command")) | {"help"}, "a row"
     yield "CHANGELOG.md", names(read("CHANGELOG.md")), "a line"
-    runs = [run for file in glob.glob("tests/cases/*.cases", root_dir=ROOT)
-            for case in read_cases(os.path.join(ROOT, file)) for run in case.runs if run.words]
-    lower = {run.words[0].lower() for run in runs if run.edition in (name, "wlanx-eng")}
-    yield "tests/cases", {row for _, row in command_rows(own) if row.lower() in lower}, "a case that runs it"
+    cases = [case for file in glob.glob("tests/cases/*.cases", root_dir=ROOT)
+             for case in read_cases(os.path.join(ROOT, file))]
+    for wanted, chosen, exempt in (
+            ("a case that runs it", cases, set()),
+            ("a case in which the driver refuses, as in refusals.cases", filter(refuses, cases),
+             SEND_NOTHING)):
+        lower = {run.words[0].lower() for case in chosen for run in case.runs
+                 if run.words and run.edition in (name, "wlanx-eng")}
+        yield ("tests/cases", {row for _, row in command_rows(own) if row.lower() in lower} | exempt,
+               wanted)
+
+
+def refuses(case):
+    """Whether the scenario refuses requests, by an error or since it answers none."""
+    requests = [line for line in case.lines if line.startswith("0x")]
+    return any("error=" in line for line in requests) or (case.lines and not requests)
+
+
+def record_problems():
+    """Records that travel without an asserted size or offset, and rows that are too long."""
+    sources = {path: read(path) for path in glob.glob("commands/**/*.*", root_dir=ROOT, recursive=True)
+               if path.endswith((".cpp", ".h"))}
+    every = "".join(sources.values())
+    records = dict(re.findall(r"^struct (\w+) \{(.*?)^\};", every, re.M | re.S))
+    longest = int(re.search(r"LongestRowPayload = (\d+)", every)[1])
+    for path, text in sources.items():
+        sent = set(re.findall(r"OidRequest\([^,;]+, &?(\w+)[,)]", text))
+        types = {kind for name in sent for kind in re.findall(rf"\b([A-Z]\w+)[*&]? {name}\b", text)}
+        for kind in sorted(types & set(records)):
+            fields = re.findall(r"^  .*?(\w+)(?:\[.*?\])?;", records[kind], re.M)
+            several = len([field for field in fields if not re.match("unused|reserved", field)]) > 1
+            for assertion in ("sizeof({}) ==", "offsetof({}, ")[:2 if several else 1]:
+                if "sizeof(" not in records[kind] and \
+                        f"static_assert({assertion.format(kind)}" not in every:
+                    yield f"{path}: {kind} wants static_assert({assertion.format(kind)}... after it"
+        for row, length in re.findall(r"InternalRow (\w+) = \{[^;]*?\.length = (\d+)", text):
+            if int(length) > longest:
+                yield f"{path}: {row} has {length} bytes, LongestRowPayload is {longest}"
 
 
 def main():
@@ -84,6 +120,7 @@ def main():
             right = len(command_rows(ENGINEERING if more else TOOL))
             if int(count) != right:
                 problems.append(f"{path}: not {count} but {right}{more} commands")
+    problems += record_problems()
     print("\n".join(problems + [f"{total} commands, {len(problems)} problems"]))
     return 1 if problems else 0
 

@@ -281,7 +281,10 @@ def check_oids(text, requests):
     lengths = {(row[0][2:], n) for row in table for n in re.findall(r"\d+|any", row[3])}
     sent = {(oid, "any" if (oid, "any") in lengths else str(n)) for oid, n in requests}
     return "".join(
-        [f"in one place only: {entry}\n" for entry in {(r[1], r[0]) for r in table} ^ set(declared)]
+        [f"{name}, {code}: in this table only, not in channel/oid.h or commands/internal/internal_oid.h\n"
+         for name, code in {(r[1], r[0]) for r in table} - set(declared)]
+        + [f"{name}, {code}: declared in the sources only, wants a row in the table of OIDs here\n"
+           for name, code in set(declared) - {(r[1], r[0]) for r in table}]
         + [f"sent, but not in the table: {entry}\n" for entry in sent - lengths]
         + [f"in no example: {entry}\n" for entry in lengths - sent])
 

@@ -23,13 +23,17 @@ WRONG = (
     (COMMANDS, EXAMPLE, "### get_lp\n", "", f"{EXAMPLE}: get_lp of app/command_table.cpp wants"),
     (COMMANDS, "CHANGELOG.md", "`wtbl`", "", "CHANGELOG.md: wtbl of app/internal_rows.inc wants"),
     (COMMANDS, "README.md", "45 more", "46 more", "README.md: not 46 but 45 more commands"),
+    (COMMANDS, "commands/status/status_queries.cpp", "static_assert(sizeof(MacAddressReply) == 8);", "",
+     "MacAddressReply wants static_assert(sizeof(MacAddressReply) =="),
+    (COMMANDS, "commands/internal/internal_commands.cpp", ".length = 4,", ".length = 265,",
+     "has 265 bytes, LongestRowPayload is 264"),
     ([*DOCUMENTS, EXAMPLE], EXAMPLE, "MAC Address: 02-A8-00-5C-1D-42",
      "MAC Address: 02-A8-00-5C-1D-43", "+MAC Address: 02-A8-00-5C-1D-42"),
     ([*DOCUMENTS, EXAMPLE], EXAMPLE, "](#status)", "](#state)", "no such heading: #state"),
     ([*DOCUMENTS, PROTOCOL], PROTOCOL, "`RegAccessParam`, 8 bytes", "`RegAccessParam`, 12 bytes",
      "static assertion failed: RegAccessParam"),
     ([*DOCUMENTS, PROTOCOL], PROTOCOL, "| `0xFFFCF105` |", "| `0xFFFCF106` |",
-     "in one place only: ('OidMacAddress', '0xFFFCF105')"),
+     "OidMacAddress, 0xFFFCF105: declared in the sources only, wants a row"),
 )
 
 

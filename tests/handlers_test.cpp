@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <sstream>
 #include <string>
 
 #include "app/console/print.h"
@@ -46,37 +45,6 @@ uint32_t Accept(uint32_t* /*payload*/) {
 void ExpectStartAndEnd(const std::string& printed, const std::string& start,
                        const std::string& end) {
   EXPECT_TRUE(printed.starts_with(start) && printed.ends_with(end)) << printed;
-}
-
-// Every answer is one more than the value that the question carried, one is for another address,
-// and the second word of the UMAC entry is refused.
-uint32_t CountUp(uint32_t* access) {
-  if (access[0] == 0x820C5FC4) return 31;
-  if (access[0] == 0x820D7F04) access[0] = 0x12345678;
-  access[1]++;
-  return 0;
-}
-
-TEST(Wtbl, AsksWithTheValueOfTheAnswerBeforeAndPrintsTheAddressOfTheAnswer) {
-  std::string printed;
-  std::string asked = "fffcf001 820d7f00\n";
-  for (uint32_t k = 0; k < 65; k++) {
-    const uint32_t address = k < 64 ? 0x820D7F00 + 4 * k : 0x820C5FC0;
-    char text[80];
-    BoundedPrintf(text, sizeof(text), "%s WTBL -1 EntryDW[%02u] 0x%08x = 0x%08x\n",
-                  k < 64 ? "LMAC" : "UMAC", k % 64, k == 1 ? 0x12345678 : address, k + 1);
-    printed += text;
-    asked += "fffcf001 " + Hex(k == 63 ? 0x820C5FC0 : address + 4) + " " + Hex(k + 1) + "\n";
-  }
-  Answer = CountUp;
-  std::istringstream expected(printed + "Error in DeviceIoControl : 31status 0\n" + asked);
-  std::istringstream actual(AfterRunning(HandleWtblCommand, "wtbl", "-1"));
-  std::string line;
-  for (std::string wanted; std::getline(expected, wanted);) {
-    std::getline(actual, line);
-    ASSERT_EQ(line, wanted);
-  }
-  EXPECT_FALSE(std::getline(actual, line)) << line;
 }
 
 TEST(FixedRate, IsForOneStationFromUseWcidToApplyAll) {

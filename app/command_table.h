@@ -6,7 +6,7 @@
 #include "commands/command.h"
 
 struct CommandEntry {
-  uint32_t Oid;   // key of the command's usage text; handlers carry their own codes
+  uint32_t Oid;   // key of the usage text; what a handler sends is in the handler
   char Name[36];  // the command word
   CommandHandler* Handler;
   char Description[256];  // one line, printed beside the name

@@ -7,5 +7,5 @@
 // which is derived from its path.
 void PrintUsageListing(const char* programPath);
 
-// `help`: the listing, once the driver could be opened. Takes no notice of further arguments.
+// `help`: the listing. It needs an open device and ignores further arguments.
 CommandHandler HandleHelpCommand;

@@ -17,8 +17,8 @@ void PrintBanner() {
   ConsolePrintf("\n");
 }
 
-// Runs the handler of every row whose name is the command word: at most one with a table whose
-// names differ. An unknown word runs nothing, without a message, and gives 1.
+// Runs the handler of every row whose name is the command word. That is at most one, since the
+// names in the table differ. An unknown word runs nothing, prints nothing and gives 1.
 int RunCommand(int argc, char** argv) {
   int result = 1;
   for (int row = 0; row < CommandCount; row++) {

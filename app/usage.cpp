@@ -25,7 +25,7 @@ void PrintPieces(std::initializer_list<const char*> pieces) {
   for (const char* piece : pieces) ConsoleText(piece);
 }
 
-// So that a line stands under the description.
+// Indents a line to the column of the description.
 constexpr char Indent[] = "                    ";
 
 void PrintUsageLine(const UsageLine& line, const ProgramName& program, const char* name) {

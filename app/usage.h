@@ -10,6 +10,6 @@ struct ProgramName {
   char Column[ProgramNameSize];
 };
 
-// Prints the text of row `row` (0 to CommandCount - 1), chosen by the row's Oid; a row whose Oid
-// has no text prints nothing.
+// Prints the text of row `row` (0 to CommandCount - 1), which the row's Oid selects. If the Oid has
+// no text, nothing is printed.
 void PrintCommandUsage(const ProgramName& program, int row);

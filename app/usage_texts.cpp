@@ -4,10 +4,10 @@ namespace {
 
 using enum UsageLayout;
 
-// One line of the listing a row.
+// Each row is one line of the listing.
 // clang-format off
 
-// Shared by commands without arguments.
+// For all commands without arguments.
 constexpr UsageLine WordAlone[] = {
     {Plain, " Usage:"},
     {Command, ""},

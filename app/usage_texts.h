@@ -1,9 +1,9 @@
-// What the usage listing says of each command, apart from the names and the description.
+// The usage texts: what the listing says about a command after its name and description.
 #pragma once
 
 #include <cstdint>
 
-// How a line is laid out behind its indentation. Column: right-aligned in 20 columns, never cut.
+// How a line is laid out after its indentation. Column: right-aligned in 20 columns, never cut.
 enum class UsageLayout : uint8_t {
   Plain,              // the text
   Command,            // 4 blanks, program column, 3 blanks, command word, text
@@ -12,8 +12,8 @@ enum class UsageLayout : uint8_t {
   NarrowCommand,      // blank, program column, blank, command word, text
   Value,              // 4 blanks, text column
   TabbedValue,        // tab, blank, text column
-  BeforeProgram,      // the text and the program's name; AfterProgram goes on with the same line
-  AfterProgram,       // the text, not indented
+  BeforeProgram,      // the text and the program's name; the next line is AfterProgram
+  AfterProgram,       // the text, on the same line
 };
 
 struct UsageLine {
@@ -31,7 +31,7 @@ struct UsageText {
   uint32_t Oid;  // of the rows that show this text
   UsageEnding Ending;
   int LineCount;
-  const UsageLine* Lines;  // those between the name-and-description line and the ending
+  const UsageLine* Lines;  // those after the line of name and description
   const char* Name;        // only for rows of this name; null: any
 };
 

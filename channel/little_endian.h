@@ -1,4 +1,4 @@
-// Numbers in records that are handled as bytes. Records and hosts are both little-endian.
+// Reads and writes numbers at any byte of a record. Records and hosts are both little-endian.
 #pragma once
 
 #include <bit>

@@ -1,5 +1,5 @@
-// The private OIDs that the registered commands send. The command table's own codes (app/) are
-// keys of the usage texts and need not be among them.
+// The private OIDs that the registered commands send. The codes in the command table (app/) are
+// keys of the usage texts. They need not be among these.
 #pragma once
 
 #include <cstdint>

@@ -3,14 +3,14 @@
 
 #include <cstdint>
 
-// "Error in DeviceIoControl : <code>" with the last-error code and no line end.
+// Prints "Error in DeviceIoControl : <code>" with the last-error code and without a line end.
 void PrintRequestError();
 
 // The same with a line end.
 void PrintRequestErrorLine();
 
-// The error code, one piece of advice chosen by it, and the two closing lines.
+// Prints the error code, the advice for it, and the two closing lines.
 void PrintDriverErrorAdvice(uint32_t code);
 
-// The two lines that close every piece of advice: where the meaning of the code can be looked up.
+// Prints the two lines after every advice: where to look up the meaning of the code.
 void PrintErrorPageLines();

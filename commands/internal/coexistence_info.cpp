@@ -1,4 +1,4 @@
-// `coex_info`: the report about Wi-Fi and Bluetooth sharing the air.
+// `coex_info`: the report about how Wi-Fi and Bluetooth share the antenna.
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
@@ -22,7 +22,7 @@ static_assert(sizeof(CoexInfoResponse) == 464);
 static_assert(offsetof(CoexInfoResponse, listLength) == 4);
 static_assert(offsetof(CoexInfoResponse, items) == 6);
 
-// The question, in the same bytes: of it only the selector is set.
+// The question has the same layout. Only its selector is set.
 using CoexInfoRequest = CoexInfoResponse;
 
 // The head of an item; `length` value bytes follow.
@@ -34,13 +34,13 @@ static_assert(sizeof(CoexInfoItem) == 2);
 
 constexpr uint32_t CoexInfoSelector = 0x81;
 
-// The report under construction.
+// The report as far as it is built.
 struct CoexText {
   char text[1024];
-  size_t used;  // length that everything appended needs; beyond the size once something was cut
+  size_t used;  // length of all that was appended; more than the size after something was cut
 };
 
-// What does not fit is cut, what follows it is dropped.
+// A text that does not fit is cut, and later ones are dropped.
 PRINTF_LIKE(2, 3) void CoexAppend(CoexText* report, const char* format, ...) {
   if (report->used >= sizeof(report->text)) return;
   va_list values;
@@ -68,7 +68,7 @@ void AppendNumber(CoexText* report, const char* label, const uint8_t* value) {
   CoexAppend(report, "%-20s : %d\n", label, value[0]);
 }
 
-// Bits 4 to 7 of `modes` tell for which directions the band has a common action.
+// Bits 4 to 7 of `modes` say for which directions the band has a common action.
 void AppendArbitrationBand(CoexText* report, const char* label, unsigned modes) {
   static constexpr const char* Directions[] = {"WF Rx BT Tx", "WF Tx BT Rx", "WF Rx BT Rx",
                                                "WF Tx BT Tx"};
@@ -94,7 +94,7 @@ void AppendProtectionType(CoexText* report, const char* label, const uint8_t* va
 // One kind of item; its id is its index.
 struct CoexInfoRow {
   const char* label;
-  size_t valueLength;  // bytes that `append` reads, whatever length the item states
+  size_t valueLength;  // bytes that `append` reads; the length in the item does not matter
   void (*append)(CoexText* report, const char* label, const uint8_t* value);  // null: not shown
 };
 constexpr CoexInfoRow CoexInfoItemTable[] = {
@@ -117,7 +117,7 @@ constexpr size_t CoexInfoItemCount = sizeof(CoexInfoItemTable) / sizeof(CoexInfo
 void FormatCoexInfo(const CoexInfoResponse& info) {
   CoexText report = {};
   size_t cursor = 0;
-  uint8_t consumed = 0;  // wraps, so a longer list ends with its items or the reply
+  uint8_t consumed = 0;  // wraps at 256: a longer list may continue to the end of the record
   while (consumed < info.listLength && cursor < sizeof(info.items)) {
     CoexInfoItem item = {info.items[cursor++], 0};
     if (item.id >= CoexInfoItemCount) return;

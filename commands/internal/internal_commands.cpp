@@ -1,5 +1,5 @@
-// The engineering commands whose payloads are a few numbers: a row each, a handler where the
-// command is too irregular for one.
+// The engineering commands whose payloads are a few numbers. Each is a row, or a handler if it is
+// too irregular for a row.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -21,7 +21,7 @@ namespace {
 
 constexpr char EchoThreeWords[] = "argv[0] = %s argv[1] = %s argv[2] = %s\n";
 
-// The number that an argument reads as by "%d", 0 where it is none.
+// The argument read by "%d"; 0 if it is not a number.
 int ArgumentNumber(const char* text) {
   int number = 0;
   ScanArgument(text, "%d", &number);
@@ -225,10 +225,10 @@ int HandleSetCsCommand(int argc, char** argv) {
   return 1;
 }
 
-// `get_sr_cap`: what the adapter can do of spatial reuse.
+// `get_sr_cap`: which parts of spatial reuse the adapter can do.
 namespace {
 
-// OidSpatialReuseCap; all fields are flags of the reply.
+// OidSpatialReuseCap. All fields are flags in the reply.
 struct SpatialReuseCap {
   uint8_t unused[8];
   uint8_t fgSrEn;
@@ -272,7 +272,7 @@ int HandleGetSrCapCommand(int argc, char** argv) {
 // `get_sr_ind`: signal levels and counters of spatial reuse.
 namespace {
 
-// OidSpatialReuseInd; all fields are of the reply.
+// OidSpatialReuseInd. All fields are in the reply.
 struct SpatialReuseInd {
   uint8_t unused[8];
   uint8_t NonSrgInterPpduRcpi;
@@ -423,10 +423,10 @@ int HandleFwLogCommand(int argc, char** argv) {
   return OidRequest(OidFwLog, &param) ? 1 : RequestRefused(0);
 }
 
-// `pwrsave_mode`, `pwrsave`: switch power saving; they differ in code and limit only.
+// `pwrsave_mode`, `pwrsave`: switch power saving. They differ only in OID and limit.
 namespace {
 
-// Converts the mode, prints it, and sends 0 for a mode of `limit` and above.
+// Converts the mode, prints it and sends it. A mode of `limit` or above is sent as 0.
 int SetPowerSave(uint32_t oid, uint8_t limit, int argc, char** argv) {
   if (argc != 3) return InvalidParameters(0);
   uint8_t mode = 0;
@@ -498,7 +498,7 @@ const InternalRow GetCacTimeRow = {
 // `get_dfs_state`: how far the check for radar has come.
 namespace {
 
-// Each text carries its own line end, so the quote that closes it stands on the next line.
+// Each text has its own line end, so that the closing quote is printed on the next line.
 constexpr char DfsStates[][30] = {
     "DFS_STATE_INACTIVE\n",
     "DFS_STATE_CHECKING\n",
@@ -518,7 +518,7 @@ int HandleGetDfsStateCommand(int argc, char** argv) {
   return 1;
 }
 
-// `oid_len_test`: probes what the driver makes of any payload length.
+// `oid_len_test`: finds out whether the driver takes a payload of some length.
 int HandleOidLenTestCommand(int argc, char** argv) {
   if (argc != 3) return InvalidParameters(1);
   int size = ArgumentNumber(argv[2]);

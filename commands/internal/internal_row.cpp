@@ -17,12 +17,12 @@ struct Run {
   alignas(uint64_t) uint8_t payload[LongestRowPayload];
 };
 
-// The argument as typed, an empty text where the command line ends before it.
+// The argument as typed; an empty text if there is no such argument.
 const char* ArgumentText(int argc, char** argv, int index) {
   return index < argc ? argv[index] : "";
 }
 
-// An argument that is missing or does not convert leaves its field zero.
+// The field of an argument that is missing or does not convert stays zero.
 void ConvertArguments(const InternalRow& row, Run* run) {
   for (const ArgumentField& field : row.fields) {
     if (field.format == nullptr) return;
@@ -61,7 +61,7 @@ void PrintValues(const PrintedValue (&values)[Count], const Run& run) {
 int RunInternalRow(const InternalRow& row, int argc, char** argv) {
   Run run = {argc, argv, {}};
   if (row.echo != nullptr) {
-    // A format with fewer values leaves the last arguments unprinted.
+    // A format with fewer conversions ignores the last arguments.
     ConsolePrintf(row.echo, argv[0], ArgumentText(argc, argv, 1), ArgumentText(argc, argv, 2));
   }
   if (row.countCheckedLate) {

@@ -1,5 +1,6 @@
-// The uniform commands of the engineering edition: each is one row, and one function runs any row.
-// Echo, count check, arguments into the cleared payload, line before, one request, line after.
+// The uniform commands of the engineering edition. Each is one row, and one function runs any row:
+// it prints the echo, checks the count, converts the arguments into the cleared payload, prints the
+// line before, sends one request and prints the line after.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +11,7 @@ constexpr size_t LongestRowPayload = 264;
 
 // An argument and the payload field that it is converted into.
 struct ArgumentField {
-  const char* format;  // of ScanArgument; null behind the row's last field
+  const char* format;  // of ScanArgument; null after the row's last field
   int argument;        // index into argv
   size_t offset;       // into the payload
 };
@@ -23,9 +24,9 @@ enum class ValueKind : uint8_t {
   LevelName,     // the name of the debug level in 32 bits of the payload
 };
 
-// A stretch of a printed line, up to and with its one value.
+// A part of a printed line, with one value at its end.
 struct PrintedValue {
-  const char* format;  // null behind the row's last value
+  const char* format;  // null after the row's last value
   ValueKind kind;
   size_t at;  // index into argv or offset into the payload
 };
@@ -34,13 +35,13 @@ struct InternalRow {
   uint32_t oid = 0;
   uint32_t length = 0;            // payload bytes
   int count = 0;                  // the argument count that the command takes
-  int wrongCountResult = 0;       // what it returns for any other
+  int wrongCountResult = 0;       // the result for any other count
   bool countCheckedLate = false;  // `fields` and `before` come before the count check
   bool failureEndsLine = false;   // the report of a refused request has a line end
   const char* echo = nullptr;     // printed first, with argv[0], argv[1] and argv[2]
   ArgumentField fields[2] = {};
   PrintedValue before[3] = {};  // printed before the request
-  PrintedValue after[4] = {};   // printed after it, from the reply
+  PrintedValue after[4] = {};   // printed after the request, from the reply
 };
 
 int RunInternalRow(const InternalRow& row, int argc, char** argv);

@@ -11,7 +11,7 @@
 // The rate words.
 namespace {
 
-// Codes that stand in no row print no rate.
+// A code without a row prints no rate.
 constexpr WtblValueTexts CckRates = {{0, 0, "/long preamble 1M"},   {1, 1, "/long preamble 2M"},
                                      {2, 2, "/long preamble 5.5M"}, {3, 3, "/long preamble 11M"},
                                      {5, 5, "/short preamble 2M"},  {6, 6, "/short preamble 5.5M"},
@@ -312,7 +312,7 @@ constexpr WtblWordGroups LmacWtblGroups = {
          "  >> Not disable RX header translation, please refer RX Translation Rule of TX-RX Header "
          "Translation Datasheet about RX header translation enable conditions."}},
        "Disable RX Header Translation function"},
-      // The multi-station block-ack bit goes by the same name as the one before it.
+      // The bit for multi-station block ack has the same name as the one before it.
       {"DIS_RHTR [01]DW4[29:29] = ",
        {4, 29, 29},
        {},
@@ -374,7 +374,7 @@ constexpr WtblWordGroups LmacWtblGroups = {
        {5, 14, 12},
        {{0, 7, "  >> offset %d."}},
        "SR rate offset. Indicate SR rate offset in SR period."},
-      // Shown as 0 whatever the bit holds.
+      // Always shown as 0, also if the bit is set.
       {"SRabort (HE) [01]DW5[15:15] = ",
        {5, 15, 15},
        {{0, 1, "  >> not abort."}},
@@ -607,7 +607,7 @@ constexpr WtblWordGroups LmacWtblGroups = {
     {"[11]",
      {{"Rate3 [14]DW11[13:00] = ", {11, 13, 0}, {}, "auto TX Rate3", nullptr, DecodeWtblRate},
       {"Rate4 [14]DW11[29:16] = ", {11, 29, 16}, {}, "auto TX Rate4", nullptr, DecodeWtblRate}}},
-    // Word 12, under the banner of word 10.
+    // Word 12. Its banner names word 10.
     {"[10]",
      {{"Rate5 [14]DW12[13:00] = ", {12, 13, 0}, {}, "auto TX Rate5", nullptr, DecodeWtblRate},
       {"Rate6 [14]DW12[29:16] = ", {12, 29, 16}, {}, "auto TX Rate6", nullptr, DecodeWtblRate}}},
@@ -750,7 +750,7 @@ constexpr WtblWordGroups LmacWtblGroups = {
        {},
        "the average value of SNR of RX stream 0 (unit: 1dBm). 0~63 mapping to -16~47.   64~255 is "
        "reserved."},
-      // Six bits wide, unlike the range in its header.
+      // Six bits. The range in the name is wrong.
       {"SNR_RX1 [06]DW31[10:06] = ",
        {31, 11, 6},
        {},
@@ -807,7 +807,7 @@ int HandleWtblCommand(int argc, char** argv) {
   int index = 0;
   ScanArgument(argv[2], "%d", &index);
 
-  RegAccessParam param = {};  // what a reply holds goes out again with the next read
+  RegAccessParam param = {};  // the next read sends what the last reply left here
   uint32_t lmacWords[LmacArea.words] = {};
   uint32_t umacWords[UmacArea.words] = {};
   if (!DumpEntry(LmacArea, index, &param, lmacWords)) return 0;

@@ -8,6 +8,5 @@
 
 extern const WtblWordGroups LmacWtblGroups;
 
-// Formats what the 14-bit rate word `value` says: STBC, streams, mode and rate. The words of the
-// entry are not looked at.
+// Formats the 14-bit rate word `value`: STBC, streams, mode and rate. It does not use `words`.
 void DecodeWtblRate(char* text, size_t size, const uint32_t* words, uint32_t value);

@@ -1,5 +1,5 @@
-// The engineering commands whose arguments or answers are records, each with its record, its
-// helpers and its handler.
+// The engineering commands whose arguments or answers are records. Each has its record, its helpers
+// and its handler here.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -56,7 +56,7 @@ int HandleEfuseCommand(int argc, char** argv) {
   EfuseAccessParam param = {};
   uint32_t address = 0;
   uint32_t value = 0;
-  // The operation's first letter stands for its word.
+  // The first letter decides.
   char operation = argv[2][0];
   if (argc == 4 && (operation == 'r' || operation == 'R')) {
     param.ucOpMode = EfuseRead;
@@ -108,7 +108,7 @@ static_assert(offsetof(TxBfProfileReadParam, u2SubcarrierIdx) == 6);
 
 constexpr uint32_t TxBfTextSize = 4096;
 
-// Fills the request from the two arguments and prints it; false for another word.
+// Fills the request from the two arguments and prints it. Returns false for an unknown word.
 bool FillTxBfRequest(const char* word, const char* values, TxBfProfileReadParam* param) {
   if (EqualsIgnoreCase(word, "TxBfProfileDataRead")) {
     uint8_t msb = 0;
@@ -133,8 +133,8 @@ bool FillTxBfRequest(const char* word, const char* values, TxBfProfileReadParam*
   return false;
 }
 
-// Asks for the profile and then for its text, which the driver keeps under a code of its own for
-// each sub-command; another confirmed sub-command has no text.
+// Asks for the profile and then for its text. Each sub-command has its own OID for the text. If the
+// driver confirms another sub-command, there is no text.
 bool RequestTxBfText(TxBfProfileReadParam* param, char* text) {
   if (!OidRequest(OidTxBfProfile, param)) return false;
   if (param->ucSubCmd == TxBfDataRead) {
@@ -167,7 +167,7 @@ int HandleTxbfCommand(int argc, char** argv) {
 // `get_n9_ver`: every version that the firmware's record holds.
 namespace {
 
-// Prints a platform and a date, texts that fill their fields without a zero.
+// Prints a platform and a date. Both texts fill their fields and have no zero.
 template <size_t PlatformSize, size_t DateSize>
 void PrintPatch(const char (&platform)[PlatformSize], const char (&date)[DateSize]) {
   ConsolePrintf("Patch platform %.*s. Date %.*s\n", static_cast<int>(PlatformSize), platform,
@@ -279,7 +279,7 @@ uint8_t HexDigitValue(char character) {
   return value < 16 ? static_cast<uint8_t>(value) : NoHexDigit;
 }
 
-// Turns 2 * `count` digits into `count` bytes; that they are digits is checked before.
+// Turns 2 * `count` digits into `count` bytes. The caller has checked that they are digits.
 void HexStringToBytes(const char* text, uint8_t* bytes, size_t count) {
   for (size_t i = 0; i < count; i++) {
     bytes[i] =
@@ -287,11 +287,11 @@ void HexStringToBytes(const char* text, uint8_t* bytes, size_t count) {
   }
 }
 
-// Reads "00:11:22:aa:bb:CC" into six bytes. Returns false for any other text of that length; a
-// text of another length is no address at all and leaves the bytes alone, with result true.
+// Reads "00:11:22:aa:bb:CC" into six bytes. Returns false for any other text of that length. A text
+// of another length is not read: the bytes stay as they are, and the result is true.
 bool ParseMacAddress(const char* text, uint8_t (&address)[6]) {
   if (strlen(text) != MacTextLength) return true;
-  // Six pairs of digits leave room for just the five colons between them.
+  // With six pairs of digits the other five characters must be the colons.
   for (size_t i = 0; i < MacTextLength; i++) {
     bool isColonPlace = i % 3 == 2;
     if (isColonPlace ? text[i] != ':' : HexDigitValue(text[i]) == NoHexDigit) return false;
@@ -300,7 +300,7 @@ bool ParseMacAddress(const char* text, uint8_t (&address)[6]) {
   return true;
 }
 
-// ParseMacAddress, and prints "NAME = 00:11:22:AA:BB:CC" with its line end.
+// Calls ParseMacAddress and prints "NAME = 00:11:22:AA:BB:CC" with its line end.
 bool TakeMacAddress(const char* text, const char* name, uint8_t (&address)[6]) {
   if (!ParseMacAddress(text, address)) return false;
   ConsolePrintf("%s = %02X:%02X:%02X:%02X:%02X:%02X\n", name, address[0], address[1], address[2],
@@ -350,16 +350,15 @@ static_assert(offsetof(CmdStringParam, requestType) == 2);
 static_assert(offsetof(CmdStringParam, textLength) == 4);
 static_assert(offsetof(CmdStringParam, text) == 8);
 
-// One more character of the text that the arguments make: every one is echoed, the first ones
-// are sent.
+// Adds one character to the text. Every character is printed, but only those that fit are sent.
 void AddCmdCharacter(char character, unsigned* length, CmdStringParam* param) {
   ConsolePrintf("aucCmd[%d] = %c \n", *length, character);
   if (*length < CmdStringSize - 1) param->text[*length] = character;
   (*length)++;
 }
 
-// Echoes the arguments, then the text of all arguments with a space behind each. What is sent is
-// that text without its last space, cut to the record.
+// Prints the arguments, then the text that they make, with a space after each. That text without
+// its last space is sent, cut to the record.
 void FillCmdString(int argc, char** argv, CmdStringParam* param) {
   for (int i = 2; i < argc; i++) ConsolePrintf("argv[%d] = %s \n", i, argv[i]);
   unsigned length = 0;
@@ -431,7 +430,7 @@ bool FillPreference(char** argv, ChanPrefParam* param) {
   return true;
 }
 
-// Fills what belongs to the CmdId; false where the count or an address does not fit it.
+// Fills the fields of this CmdId. Returns false if the number of arguments or an address is wrong.
 bool FillChanPref(int argc, char** argv, ChanPrefParam* param) {
   switch (param->CmdId) {
     case 1:
@@ -479,14 +478,14 @@ static_assert(sizeof(TwtSetupParam) == 12);
 static_assert(offsetof(TwtSetupParam, fgTrigger) == 4);
 static_assert(offsetof(TwtSetupParam, u2WakeIntvalMantiss) == 10);
 
-// An argument's conversion, where it goes and how it is shown.
+// How an argument is converted, where it is stored and how it is printed.
 struct TwtArgument {
   const char* format;
   size_t offset;
   const char* line;
 };
 
-// In the order of the arguments, which is not that of the record.
+// In the order of the arguments. The record has another order.
 constexpr TwtArgument TwtArguments[] = {
     {"%2hhd", offsetof(TwtSetupParam, ucNumOfPara), "ucNumOfPara : %d \n"},
     {"%2hhd", offsetof(TwtSetupParam, ucCtrlAction), "ucCtrlAction : %d \n"},

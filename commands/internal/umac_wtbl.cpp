@@ -14,14 +14,14 @@
 // The fields of an entry, for `wtbl`.
 namespace {
 
-// The bytes run together without filling zeros, the most significant one first.
+// Prints the bytes without leading zeros and without separators, the most significant one first.
 void PacketNumber(char* text, size_t size, const uint32_t* words, uint32_t /*value*/) {
   BoundedPrintf(text, size, "0x%x%x%x%x%x%x", WtblBits(words[1], 15, 8), WtblBits(words[1], 7, 0),
                 WtblBits(words[0], 31, 24), WtblBits(words[0], 23, 16), WtblBits(words[0], 15, 8),
                 WtblBits(words[0], 7, 0));
 }
 
-// Of the number's eight lower bits only four are shown, in two digits.
+// Prints only four of the eight low bits, as two digits.
 void Tid2SequenceNumber(char* text, size_t size, const uint32_t* words, uint32_t value) {
   BoundedPrintf(text, size, "0x%01x%02x", value, WtblBits(words[2], 27, 24));
 }
@@ -30,7 +30,7 @@ void Tid5SequenceNumber(char* text, size_t size, const uint32_t* words, uint32_t
   BoundedPrintf(text, size, "0x%02x%01x", value, WtblBits(words[3], 31, 28));
 }
 
-// The length counts steps of 256 bytes.
+// The length is a number of 256-byte steps.
 void HardwareAmsdu(char* text, size_t size, const uint32_t* /*words*/, uint32_t value) {
   const int length = static_cast<int>(WtblBits(value, 5, 0));
   BoundedPrintf(text, size, "  >> AMSDU_LEN = %d (%d ~ %d bytes), AMSDU_NUM = %u, AMSDU_EN = %u",
@@ -128,7 +128,7 @@ constexpr WtblWordGroup DecodeUwtblDw5Dw6 = {
 
 constexpr WtblWordGroups UmacWtblGroups = {DecodeUwtblDw0Dw1, DecodeUwtblDw2To4, DecodeUwtblDw5Dw6};
 
-// `uwtbl`: a summary of the entry by the driver.
+// `uwtbl`: the driver's summary of the entry.
 namespace {
 
 // OidUwtblSummary.

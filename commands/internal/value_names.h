@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-// Looked up as a whole value, not bit by bit: a combination of categories is "Unknown".
+// Looks up the whole value, not single bits: a combination of categories is "Unknown".
 const char* DebugCategoryName(uint32_t category);
 const char* DebugLevelName(uint32_t level);
 const char* PhyModeName(uint32_t mode);

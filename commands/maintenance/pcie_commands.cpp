@@ -25,7 +25,8 @@ static_assert(offsetof(GenSwitchParam, genSwitchSupport) == 5);
 
 constexpr uint32_t PcieGenRegister = 0x74031090;
 
-// The driving registers in the order they are set, and the values for a lower driving strength.
+// The driving registers in the order in which they are set, with their values for a lower driving
+// strength.
 constexpr RegAccessParam LowerDriving[] = {{0x74070A04, 0x56445E32}, {0x74070A08, 0x0C010104}};
 
 bool IsGen2(uint32_t genRegister) {
@@ -77,8 +78,8 @@ int HandleSetPcieDrivingCommand(int argc, char** argv) {
   ConsolePrintf("(Step1:Check PCIE gen) [0x%08x] = 0x%08x\n", access.address, access.value);
   ConsolePrintf("==================== Check PCIE driving setting  ====================\n");
 
-  // From here on no result is tested: a read that fails leaves the previous value in the record,
-  // and the read-back and the last look at the link judge by that.
+  // From here on no result is tested. A read that fails leaves the previous value in the record,
+  // and the checks below judge by that value.
   for (const RegAccessParam& lower : LowerDriving) {
     access.address = lower.address;
     ReadRegister(&access);

@@ -12,8 +12,8 @@ struct RegAccessParam {
 static_assert(sizeof(RegAccessParam) == 8);
 static_assert(offsetof(RegAccessParam, value) == 4);
 
-// Reads the register at param->address into param->value. The driver gets the whole record as it
-// stands; after a refusal `value` is what it was unless the driver wrote it.
+// Reads the register at param->address into param->value. The driver gets the whole record,
+// `value` included. After a refusal `value` is unchanged unless the driver wrote it.
 bool ReadRegister(RegAccessParam* param);
 
 // Writes param->value to the register at param->address.

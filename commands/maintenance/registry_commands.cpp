@@ -30,7 +30,7 @@ int HandleSetRegCommand(int argc, char** argv) {
   RegistryParam param = {};
   if (argc != 4) return InvalidParameters(1);
   CopyText(param.name, sizeof(param.name), argv[2]);
-  // A value without its 0x stays 0 and is sent all the same; the driver judges it.
+  // If VALUE has no 0x, the tool sends 0. The driver judges it.
   ScanArgument(argv[3], "0x%x", &param.value);
   ConsolePrintf("Set Reg name: %s and value :0x%0x\n", param.name, param.value);
   if (!OidRequest(OidSetRegistry, &param)) {
@@ -45,7 +45,7 @@ int HandleSetRegCommand(int argc, char** argv) {
 int HandleGetRegCommand(int argc, char** argv) {
   RegistryParam param = {};
   if (argc != 3) return InvalidParameters(1);
-  // Only the first word is the name; one that does not fit leaves the name empty.
+  // Only the first word is the name. If it does not fit, an empty name is sent.
   ScanArgument(argv[2], "%s", param.name, RegistryNameSize);
   ConsolePrintf("Get Reg name: %s\n", argv[2]);
   if (!OidRequest(OidGetRegistry, &param)) {

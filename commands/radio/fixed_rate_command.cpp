@@ -83,7 +83,7 @@ void PrintRate(uint32_t u4WCID, const FixedRateParam& param) {
   ConsolePrintf("fgIsUseWCID=%d\n", fgIsUseWCID);
 }
 
-// Checks and sends a rate of ten or thirteen numbers; ten leave the HE options to the tool.
+// Checks and sends a rate of ten or thirteen numbers. With ten the tool chooses the HE options.
 int ApplyRate(int count, uint32_t u4WCID, FixedRateParam param) {
   uint32_t command = AllStationsCommand;
   if (fgIsUseWCID != 0) {
@@ -135,7 +135,7 @@ int HandleFixedRateCommand(int argc, char** argv) {
   const int count = ScanRate(argv[2], &u4WCID, &param);
   PrintRate(u4WCID, param);
   switch (count) {
-    case 1:  // a single number asks for automatic rates too
+    case 1:  // a single number also asks for automatic rates
       return SendRate(AutoRateCommand, 0);
     case 2:
     case 3:

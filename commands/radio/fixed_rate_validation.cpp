@@ -6,10 +6,11 @@
 
 namespace {
 
-// The rate word, from the least significant bit up. The fields of HE modes overlap the others'.
-constexpr uint32_t ShortPreambleBit = 1U << 2;  // CCK, within the rate index
-constexpr uint32_t ErDcmIndex = 0x13;           // HE extended range, over the rate index
-constexpr uint32_t Er106ToneIndex = 0x14;       // the same
+// The rate word, from the least significant bit up. Some fields of HE modes overlap those of other
+// modes.
+constexpr uint32_t ShortPreambleBit = 1U << 2;  // CCK: a bit of the rate index
+constexpr uint32_t ErDcmIndex = 0x13;      // HE extended range: combined with the rate index by or
+constexpr uint32_t Er106ToneIndex = 0x14;  // the same
 constexpr uint32_t ModeShift = 6;
 constexpr uint32_t ModeMask = 0x7;
 constexpr uint32_t HeModeMask = 0x1F;
@@ -113,7 +114,7 @@ bool AddRate(const FixedRateParam& param, uint32_t* word) {
   return true;
 }
 
-// The number of spatial streams; for VHT and HE it is the user's, whatever that is.
+// The number of spatial streams. For VHT and HE it is the number that was typed, unchecked.
 uint32_t StreamCount(const FixedRateParam& param) {
   uint32_t streams = 1;
   if (param.u4Mode == TxModeHt || param.u4Mode == TxModeGreenfield) {

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-// The transmit modes. 6 and 7 are slots without a rate; from HE_SU on all are HE modes.
+// The transmit modes. 6 and 7 have no rates. From HE_SU on all are HE modes.
 enum TxMode : uint32_t {
   TxModeCck = 0,
   TxModeOfdm = 1,

@@ -58,7 +58,8 @@ int HandleIcsCommand(int argc, char** argv) {
   PrintRequest(request);
   if (count == 11) {
     ConsolePrintf("ucCondition[6]=%d\n", request.ucCondition[6]);
-    if (request.ucModule != ModulePhyIcs) return 0;  // eleven numbers for another module: no error
+    if (request.ucModule != ModulePhyIcs)
+      return 0;  // eleven numbers and another module: not an error
     if (request.ucCondition[3] >= PartitionLimit) {
       ConsolePrintf("PHY ICS partition must less than 0xff\n");
       return 1;

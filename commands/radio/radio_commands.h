@@ -10,6 +10,5 @@ CommandHandler HandleIcsCommand;
 CommandHandler HandleTRxCommand;
 CommandHandler HandleSnifferCommand;
 
-// Whether `fixedrate` sets the rate of one station (1) or of all (0). Nothing keeps it from one
-// run to the next.
+// Whether `fixedrate` sets the rate of one station (1) or of all (0). It is 0 again in each run.
 extern uint8_t fgIsUseWCID;

@@ -37,7 +37,7 @@ static_assert(offsetof(SnifferRequest, i4Channel) == 8);
 static_assert(offsetof(SnifferRequest, ucBandwidth) == 12);
 static_assert(offsetof(SnifferRequest, u4DataFrames) == 16);
 
-// A choice's code is its place in its list.
+// The code of a choice is its index in the list.
 struct Choice {
   const char* keyword;
   const char* shown;
@@ -58,13 +58,13 @@ bool ReadChoice(const Choice (&choices)[Count], const char* keyword, uint8_t* co
   return false;
 }
 
-// A code that the list does not have shows as the last one.
+// If the list has no such code, its last choice is shown.
 template <size_t Count>
 const char* ShownChoice(const Choice (&choices)[Count], uint8_t code) {
   return choices[code < Count ? code : Count - 1].shown;
 }
 
-// The channels of each band, in runs of even steps. They depend neither on the country nor on the
+// The channels of each band, as runs with one step. They depend neither on the country nor on the
 // bandwidth.
 struct ChannelRun {
   uint8_t band;

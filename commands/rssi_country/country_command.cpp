@@ -94,8 +94,8 @@ int Set6GTestMode(const char* mode) {
   return 0;
 }
 
-// Asks for the current country first. What that reply leaves in the record goes back to the driver
-// with the second question; so does its channel when the argument is no number.
+// Asks for the current country first. The second question sends that reply back in all bytes that
+// it does not set. If CHANNEL is not a number, the tool sends the channel of the first reply.
 int ShowPowerTable(const char* rate, const char* channel) {
   CountryPowerRequest request = {};
   if (!Send(SubcommandNow, &request)) return RequestRefused(1);

@@ -1,5 +1,5 @@
-// The signal check that `rf` and `export_rssi_report` share: the driver scans for one network and
-// returns ten readings of each antenna, whose average is held against a threshold.
+// The signal check that `rf` and `export_rssi_report` share. The driver scans for one network and
+// returns ten readings of each antenna. Their average is compared with a threshold.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@ constexpr size_t RssiReadingCount = 10;
 
 struct RssiCheckRequest {
   uint32_t u4Reserved;
-  char acSsid[32];  // ends with a zero in the request; in a reply the zero may be missing
+  char acSsid[32];  // ends with a zero in the request; a reply may lack the zero
   uint8_t aucBssid[6];
   uint8_t ucChannel;
   int8_t acMainRssi[RssiReadingCount];  // dBm
@@ -30,14 +30,14 @@ static_assert(offsetof(RssiCheckRequest, acMainRssi) == 43);
 static_assert(offsetof(RssiCheckRequest, acSubRssi) == 53);
 static_assert(offsetof(RssiCheckRequest, ucBand) == 63);
 
-// Reads a threshold, a magnitude in dBm. False when it is no number or not 0 to 127.
+// Reads a threshold in dBm, without its sign. Returns false if it is not a number from 0 to 127.
 bool ParseRssiThreshold(const char* text, int* threshold);
 
-// False when the keyword names no band.
+// Returns false if the keyword names no band.
 bool RssiBandFromKeyword(const char* keyword, uint8_t* band);
 
 // The average of an antenna's readings, rounded toward zero.
 int AverageRssi(const int8_t (&readings)[RssiReadingCount]);
 
-// An average that equals the threshold passes.
+// Returns true if the average reaches or equals the threshold.
 bool RssiPasses(int average, int negatedThreshold);

@@ -17,7 +17,7 @@ constexpr int CodeParameters = 1;
 constexpr int CodeNetworkNotFound = 2;
 constexpr int CodeRequest = 3;
 
-// The arguments as the error file shows them; empty until the first one is recognised.
+// The arguments as the error file shows them. They are empty if the first word is not recognised.
 struct ArgumentEcho {
   char test[100];
   char ssid[100];
@@ -25,7 +25,7 @@ struct ArgumentEcho {
   char path[100];
 };
 
-// Copies at most `limit` characters of `text`; they have to fit with a zero.
+// Copies at most `limit` characters of `text`. They must fit into `target` with a zero.
 void EchoText(char (&echo)[100], const char* text, size_t limit) {
   const size_t whole = strlen(text);
   const size_t length = whole < limit ? whole : limit;
@@ -34,8 +34,8 @@ void EchoText(char (&echo)[100], const char* text, size_t limit) {
   echo[length] = 0;
 }
 
-// With a band keyword each value shows the argument before its own, cut to the length of its own;
-// readers of the error file expect it so.
+// After a band keyword each value shows the argument before it, cut to its own argument's length.
+// Programs that read the error file expect that.
 void EchoArguments(int argc, char** argv, ArgumentEcho* echo) {
   char** own = argv + argc - 3;  // SSID, threshold, path
   char** shown = argc == 7 ? own - 1 : own;
@@ -113,7 +113,7 @@ int WriteResultFile(const char* path, int test, int negatedThreshold,
   return subPasses && mainPasses ? 0 : 1;
 }
 
-// The Arguments element stays open; readers of the file expect it so.
+// The Arguments element is not closed. Programs that read the file expect that.
 int WriteErrorFile(const ArgumentEcho& echo, const char* description, int code) {
   FILE* file = OpenReport("error.xml");
   const CalendarTime now = LocalCalendarTime(CurrentTime());

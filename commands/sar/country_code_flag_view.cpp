@@ -9,8 +9,8 @@ namespace {
 
 // ZWCC
 constexpr uint32_t ZwccLength = 8;
-constexpr uint32_t ForceAt = TableFieldsAt;            // how the country is imposed
-constexpr uint32_t CountryCodeAt = TableFieldsAt + 2;  // 2 bytes, the second letter first
+constexpr uint32_t ForceAt = TableFieldsAt;            // how the country is forced
+constexpr uint32_t CountryCodeAt = TableFieldsAt + 2;  // 2 bytes, first letter in the high byte
 
 // ZWFG
 constexpr uint32_t FlagCountAt = TableFieldsAt + 2;

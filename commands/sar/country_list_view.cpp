@@ -8,7 +8,7 @@ namespace {
 constexpr uint32_t ZwclLength = 12;
 constexpr uint32_t VersionAt = TableFieldsAt;
 constexpr uint32_t SettingAt = TableFieldsAt + 1;  // whether 6 GHz is allowed at all
-constexpr uint32_t BitmapAt = TableFieldsAt + 2;   // a bit for each country, the highest first
+constexpr uint32_t BitmapAt = TableFieldsAt + 2;   // a bit for each country, highest bit first
 
 constexpr const char* CountryListNames[] = {
     "Other Countries", "European Union", "Argentina",      "Australia",     "Azerbaijan",

@@ -13,7 +13,7 @@ constexpr RowTable Zwgs = {
 constexpr RowTable Zwgs6G = {
     42, 18, 19, 1, 6, "Geo Table Version", "Geo", "2.4G 5G 6G Geo TX power table:", {"", ""}};
 
-// The bands of a row, two power bytes each. Tables without 6 GHz end before it.
+// The bands of a row, two power bytes each. Tables without 6 GHz have the first two.
 constexpr const char* BandNames[] = {"2.4GHz", "5GHz", "6GHz"};
 static_assert(sizeof(BandNames) / sizeof(BandNames[0]) == Zwgs6G.bytesPerLine / 2);
 
@@ -43,7 +43,7 @@ int ShowGeoTable(const SarLayout& layout) {
   const RowTable& table = is6G ? Zwgs6G : Zwgs;
   uint32_t length = ReadU32(record.bytes + TableLenAt);
   if (length != table.length) {
-    // Of a table with 6 GHz too the length of one without is reported as the expected one.
+    // The report names the length of a table without 6 GHz for both kinds of table.
     PrintTableSizeError(is6G ? SizeErrorForm::Bare : SizeErrorForm::Full, Zwgs.length, length);
     return 1;
   }

@@ -13,7 +13,7 @@ constexpr uint32_t ErrorMoreData = 234;
 struct Subcommand {
   const char* word;
   int (*show)(const SarLayout& layout);
-  uint32_t shortestRecord;  // shorter ones do not carry the table
+  uint32_t shortestRecord;  // drivers with shorter records do not have the table
 };
 
 constexpr Subcommand Subcommands[] = {
@@ -27,8 +27,8 @@ constexpr Subcommand Subcommands[] = {
     {"get_FlagTable", ShowFlagTable, Layout368.recordLength},
 };
 
-// A driver refuses records of every length but its own with "more data"; any other refusal is
-// about what was asked.
+// A driver refuses records of any other length than its own with "more data". Any other refusal
+// means that the length is right.
 bool DriverTakesLength(uint32_t recordLength) {
   AcpiTableQuery record = {};
   return OidRequest(OidAcpiTable, record.bytes, recordLength) || DeviceError() != ErrorMoreData;

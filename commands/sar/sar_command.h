@@ -6,8 +6,8 @@
 
 CommandHandler HandleSarCommand;
 
-// Finds the generation of the driver's record, by what length it refuses. Prints nothing.
+// Finds out which generation of the record the driver takes. Prints nothing.
 const SarLayout& DetectSarLayout();
 
-// Checks the arguments and runs the view they name.
+// Checks the arguments and runs the view that they name.
 int RunSarSubcommand(const SarLayout& layout, int argc, char** argv);

@@ -15,7 +15,7 @@ constexpr char VersionsText[] =
     "Please provide the version of driver and WLANX to VLR. Thanks!!";  // no line end
 constexpr char DriverLogLine[] = "Please collect the driver log to VLR. Thanks!!\n";
 
-// What a refused query is answered with, besides its code.
+// What is printed about a refused query after its code.
 enum class Advice {
   NotFound,
   Signature,
@@ -34,7 +34,7 @@ struct AdviceRow {
   Advice sensor;
 };
 
-// Codes without a row are answered with Other by every view.
+// For a code without a row every view prints Other.
 constexpr AdviceRow AdviceByCode[] = {
     {2, Advice::NotFound, Advice::NotFound, Advice::Other},
     {6, Advice::Signature, Advice::Other, Advice::Other},
@@ -48,7 +48,7 @@ constexpr AdviceRow AdviceByCode[] = {
 
 constexpr char CodeHead[] = "Error Code in DeviceIoControl: ";
 
-// A view's own words in the report of a refused query.
+// The words in the report of a refused query that differ between the views.
 struct FailureWords {
   SarView view;
   Advice AdviceRow::*column;

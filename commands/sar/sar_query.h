@@ -1,4 +1,4 @@
-// The record that every `sar` view exchanges with the driver, and the reports of what went wrong.
+// The record that every `sar` view exchanges with the driver, and the reports of failures.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@
 // The record of OidAcpiTable, in three generations that differ in length.
 struct AcpiTableQuery176 {
   uint32_t u4SubCmd;  // question: a SarView
-  uint8_t fgIs6G;     // question: 1 where it is about 6 GHz; answer: 0 or a table with 6 GHz bands
+  uint8_t fgIs6G;  // question: 1 if it is about 6 GHz; answer: not 0 for a table with 6 GHz bands
   uint8_t reserved0[3];
   uint32_t u4TableLen;    // answer: bytes of the table
   uint8_t aucTable[144];  // answer: the platform's table, which begins with a 4-byte signature
@@ -28,7 +28,7 @@ static_assert(offsetof(AcpiTableQuery176, u4SensorModeIdx) == 172);
 
 struct AcpiTableQuery184 {
   uint32_t u4SubCmd;  // question: a SarView
-  uint8_t fgIs6G;     // question: 1 where it is about 6 GHz; answer: 0 or a table with 6 GHz bands
+  uint8_t fgIs6G;  // question: 1 if it is about 6 GHz; answer: not 0 for a table with 6 GHz bands
   uint8_t reserved0[3];
   uint32_t u4TableLen;    // answer: bytes of the table
   uint8_t aucTable[144];  // answer: the platform's table, which begins with a 4-byte signature
@@ -51,7 +51,7 @@ static_assert(offsetof(AcpiTableQuery184, u8LastUpdateTime) == 176);
 
 struct AcpiTableQuery368 {
   uint32_t u4SubCmd;  // question: a SarView
-  uint8_t fgIs6G;     // question: 1 where it is about 6 GHz; answer: 0 or a table with 6 GHz bands
+  uint8_t fgIs6G;  // question: 1 if it is about 6 GHz; answer: not 0 for a table with 6 GHz bands
   uint8_t reserved0[3];
   uint32_t u4TableLen;    // answer: bytes of the table
   uint8_t aucTable[328];  // answer: the platform's table, which begins with a 4-byte signature
@@ -77,24 +77,24 @@ struct AcpiTableQuery {
   uint8_t bytes[sizeof(AcpiTableQuery368)];
 };
 
-// What every generation has at the same place.
+// Offsets that are the same in every generation.
 constexpr uint32_t SubCmdAt = offsetof(AcpiTableQuery176, u4SubCmd);
 constexpr uint32_t Is6GAt = offsetof(AcpiTableQuery176, fgIs6G);
 constexpr uint32_t TableLenAt = offsetof(AcpiTableQuery176, u4TableLen);
-constexpr uint32_t TableFieldsAt = 16;  // the table's own fields, behind its signature
+constexpr uint32_t TableFieldsAt = 16;  // where the table's fields begin, after its signature
 static_assert(TableFieldsAt == offsetof(AcpiTableQuery176, aucTable) + 4);
 
 // What differs between the generations.
 struct SarLayout {
   uint32_t recordLength;
-  uint32_t rowIndexAt;  // where the record has ucCurTableIdx, and so on
+  uint32_t rowIndexAt;  // offset of ucCurTableIdx, and so on
   uint32_t sensorVersionAt;
   uint32_t sensorAvailableAt;
   uint32_t sensorCbStatusAt;
   uint32_t sensorModeIdxAt;
   uint32_t updateTimeAt;       // or NoUpdateTime
-  bool takesShortPowerTables;  // ZWPL tables without all their rows
-  bool hasRatedPowerRows;      // ZWPL tables of version 1 are known
+  bool takesShortPowerTables;  // whether ZWPL tables may have fewer rows
+  bool hasRatedPowerRows;      // whether ZWPL tables may be of version 1
 };
 
 constexpr uint32_t NoUpdateTime = 0;
@@ -147,12 +147,12 @@ enum class SarView : uint32_t {
   FlagTable = 8,
 };
 
-// Asks the driver for the view's table. `is6G` is 1 where the question is about 6 GHz. Returns
-// false when the driver refuses; `*errorCode` then holds the code.
+// Asks the driver for the view's table. `is6G` is 1 if the question is about 6 GHz. Returns false
+// when the driver refuses. `*errorCode` then holds the code.
 bool IssueSarQuery(const SarLayout& layout, AcpiTableQuery* record, SarView view, uint8_t is6G,
                    uint32_t* errorCode);
 
-// The report of a refused query: the code, what it means for this view, where to look it up.
+// Prints the report of a refused query: the code, what it means for this view, where to look it up.
 void PrintSarQueryFailure(SarView view, uint32_t errorCode);
 
 // IssueSarQuery, with PrintSarQueryFailure when the driver refuses.
@@ -162,7 +162,7 @@ bool FetchSarTable(const SarLayout& layout, AcpiTableQuery* record, SarView view
 uint32_t RowsInRecord(const SarLayout& layout, uint32_t firstRowAt, uint32_t rowLength,
                       uint32_t count);
 
-// How much of the report of a wrong table length a view prints, and with which line ends.
+// Which lines of the report of a wrong table length a view prints, and with which line ends.
 enum class SizeErrorForm { Full, Unbroken, OpenEnd, Bare };
 
 void PrintTableSizeError(SizeErrorForm form, uint32_t expected, uint32_t received);

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr uint32_t HighestRowIndex = 8;     // the row behind a full table is let through
+constexpr uint32_t HighestRowIndex = 8;     // one row past the end of a full table is accepted
 constexpr uint32_t TwoRowTableLength = 18;  // of a ZWDS table whose rows are counted from 1
 
 constexpr RowTable Zwds = {
@@ -16,7 +16,7 @@ constexpr RowTable Zwds6G = {
 constexpr RowTable Zwss = {
     94, 17, 18, 2, 5, "SAR Enable", "SAR", "SAR TX power table:", {" Main", " Aux"}};
 
-// The bands of a row, in the order of its power bytes. Tables without 6 GHz end before it.
+// The bands of a row, in the order of its power bytes. Tables without 6 GHz have the first five.
 constexpr const char* BandLabels[] = {
     "2.4GHz:              ", "5G 5150MHz-5350MHz:  ", "5G 5350MHz-5470MHz:  ",
     "5G 5470MHz-5725MHz:  ", "5G 5725MHz-5950MHz:  ", "6G 5945MHz-6165MHz:  ",
@@ -63,8 +63,8 @@ int ShowSarTable(const SarLayout& layout) {
 
   uint32_t length = ReadU32(record.bytes + TableLenAt);
   uint8_t& index = record.bytes[layout.rowIndexAt];
-  // The driver counts the rows of a two-row table from 1. A row list so long that it reaches the
-  // index shows it adjusted.
+  // The driver counts the rows of a two-row table from 1. The adjusted index is stored in the
+  // record: a list of rows that is long enough to reach that byte shows the adjusted value.
   if (length == TwoRowTableLength) index--;
   if (!RowIndexInRange(index)) return 1;
 

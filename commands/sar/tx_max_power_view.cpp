@@ -12,7 +12,7 @@ constexpr uint32_t RowCountAt = TableFieldsAt + 1;
 constexpr uint32_t FirstRowAt = TableFieldsAt + 4;
 constexpr uint32_t RowLength = 4;
 
-// By band number. Version 0 knows the first two.
+// By band number. Tables of version 0 have the first two only.
 constexpr const char* BandNames[] = {"2.4G", "5G", "6G"};
 constexpr uint32_t PlainBands = 2;
 constexpr uint32_t RatedBands = 3;
@@ -29,7 +29,7 @@ void PrintPlainRow(const uint8_t* row, uint32_t number) {
                 static_cast<int>(number), BandNames[row[0]], row[1], Decibels(row[2]).text, row[2]);
 }
 
-// Version 1: band, channel index, rate class, power, which is signed here.
+// Version 1: band, channel index, rate class, power. Here the power is signed.
 void PrintRatedRow(const uint8_t* row, uint32_t number) {
   if (row[0] >= RatedBands) return;
   auto power = static_cast<int8_t>(row[3]);

@@ -10,7 +10,7 @@
 
 namespace {
 
-// The driver is handed an odd number of bytes: 127 characters of 16 bits and one byte over.
+// The driver gets an odd number of bytes: 127 characters of 16 bits and one more byte.
 constexpr uint32_t BluetoothVersionSize = 255;
 
 // Prints a text of 16-bit characters, up to a zero; what is not ASCII prints as a question mark.

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-// Texts of fixed width fill their field without a zero, but for the build version.
+// The texts fill their fields and have no zero. Only the build version ends with one.
 struct N9VersionInfo {
   uint8_t ucInfo;  // information number
   uint8_t ucEco;   // chip revision, counted from 0 (E1 is 0)
@@ -29,8 +29,8 @@ static_assert(offsetof(N9VersionInfo, aucManifestPlatform) == 52);
 static_assert(offsetof(N9VersionInfo, aucPatchDate) == 68);
 static_assert(offsetof(N9VersionInfo, aucPatchPlatform) == 84);
 
-// The build version is printed in place, up to its zero: a text without one runs on through the
-// record and ends with it at the latest.
+// The build version is printed up to its zero. A text without a zero continues into the fields
+// after it and ends at the end of the record.
 constexpr int N9VersionTextLimit = sizeof(N9VersionInfo) - offsetof(N9VersionInfo, aucVersion);
 
 // The build version's first character, for printing with "%.*s" and N9VersionTextLimit.

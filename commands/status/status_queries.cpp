@@ -30,12 +30,12 @@ struct MacAddressReply {
 };
 static_assert(sizeof(MacAddressReply) == 8);
 
-// A zeroed buffer for a text reply; null where there is no memory.
+// Allocates a zeroed buffer for a text reply. Returns null if there is no memory.
 char* AllocateText(uint32_t size) {
   return static_cast<char*>(calloc(size, 1));
 }
 
-// Asks for a text and prints it. Returns false, after the report, when the driver refuses.
+// Asks for a text and prints it. If the driver refuses, it reports that and returns false.
 bool PrintTextReply(uint32_t oid, char* text, uint32_t size) {
   if (!OidRequest(oid, text, size)) {
     PrintRequestError();
@@ -51,7 +51,7 @@ bool SendResetFlag(uint8_t reset) {
   return false;
 }
 
-// A request of four bytes that carry no value.
+// Sends a request of four bytes that have no meaning.
 bool SendEmptyRequest(uint32_t oid) {
   uint32_t nothing = 0;
   if (OidRequest(oid, &nothing)) return true;

@@ -1,7 +1,7 @@
 # What `cmake --install` puts into the host's places: the programs, the documents for their users, the
 # completions, and scenarios for the simulated adapter.
 include(GNUInstallDirs)
-set(programs wlanx wlanx-eng)
+set(programs wlanx wlanx-eng wlanx-json)
 if(WIN32)
   list(APPEND programs a8000ctl a8000sim)
 else()
@@ -11,7 +11,8 @@ install(TARGETS ${programs} RUNTIME)
 
 file(GLOB documents CONFIGURE_DEPENDS docs/*.md)
 list(FILTER documents EXCLUDE REGEX "/(architecture|testing|performance)\\.md$")  # about the sources
-install(FILES CHANGELOG.md LICENSE ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES CHANGELOG.md LICENSE packaging/LICENSE-nlohmann-json.txt docs/wlanx-json.schema.json
+  ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 set(data ${CMAKE_INSTALL_DATADIR})
 install(DIRECTORY simulator/scenarios DESTINATION ${data}/${PROJECT_NAME})

@@ -15,6 +15,7 @@ LAYERS = {
     "app/console": ["platform"],
     "device": ["platform", "simulator"],
     "platform": [],
+    "json": [],  # a program of its own
     "simulator": [],
     "simulator/redact": ["simulator"],
     "simulator/windows": ["simulator", "simulator/redact"],

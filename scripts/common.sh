@@ -18,11 +18,11 @@ PATH=$PATH:/usr/sbin:/sbin:/usr/lib/wine
 
 # Which of Debian's packages are needed for what. A script that calls others asks at its beginning for
 # what they need.
-toolPackages='g++ cmake ninja-build'
-testPackages="$toolPackages python3 libgtest-dev git"
+toolPackages='g++ cmake ninja-build nlohmann-json3-dev'
+testPackages="$toolPackages python3 libgtest-dev python3-jsonschema git"
 lintPackages="$testPackages clang clang-format clang-tidy cppcheck"
 fuzzPackages="$testPackages clang libclang-rt-14-dev"
-crossPackages='g++-mingw-w64-x86-64-win32 mingw-w64-x86-64-dev cmark-gfm cmake ninja-build python3'
+crossPackages='g++-mingw-w64-x86-64-win32 mingw-w64-x86-64-dev cmark-gfm cmake ninja-build python3 nlohmann-json3-dev'
 windowsPackages="$crossPackages wine64"
 
 # needsOf PACKAGE: what the package is needed for, wherever that comes from: programs, and files as
@@ -32,6 +32,8 @@ needsOf() {
     g++) echo "${CXX:-c++}" ;;
     ninja-build) echo ninja ;;
     libgtest-dev) echo "${CXX:-c++}:gtest/gtest.h" ;;
+    nlohmann-json3-dev) echo "${CXX:-c++}:nlohmann/json.hpp" ;;
+    python3-jsonschema) echo python3:jsonschema ;;
     libc6-dev) echo gcc:stdio.h ;;
     clang) echo clang++ ;;
     clang-tidy) echo clang-tidy run-clang-tidy ;;
@@ -52,7 +54,8 @@ wine() { command -v wine64 || echo wine; }
 has() {
   command -v "${1%%:*}" >/dev/null || return 1
   case $1 in
-    *:*.h)
+    python3:*) python3 -c "import ${1#*:}" 2>/dev/null ;;
+    *:*.h | *:*.hpp)
       printf '#if !__has_include(<%s>)\n#error\n#endif\n' "${1#*:}" |
         "${1%%:*}" -x c++ -fsyntax-only - >/dev/null 2>&1
       ;;

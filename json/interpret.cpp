@@ -1,0 +1,355 @@
+#include "json/interpret.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "json/forms.h"
+
+namespace {
+
+// More names in one object than any output has; a line that would go beyond is unread.
+constexpr size_t MostNames = 256;
+
+// Adds a value under a name; a name that is there already gets a list.
+void Add(Json* object, std::string name, Json value) {
+  const bool isList = name.ends_with("[]");
+  if (isList) name.resize(name.size() - 2);
+  if (!object->contains(name)) {
+    (*object)[name] = isList ? Json::array({std::move(value)}) : std::move(value);
+    return;
+  }
+  Json& old = (*object)[name];
+  if (!old.is_array()) old = Json::array({std::move(old)});
+  old.push_back(std::move(value));
+}
+
+// Joins the names that were found in a line with the values that belong to them, and leaves out
+// what has no name.
+std::vector<Found> Named(std::vector<Found> found) {
+  std::vector<Found> named;
+  std::string lineName;
+  for (Found& item : found) {
+    if (item.name == "%" && lineName.empty()) {
+      lineName = item.value.get<std::string>();
+      continue;
+    }
+    if (item.name == "%") {
+      const size_t bracket = lineName.ends_with(']') ? lineName.rfind('[') : std::string::npos;
+      item.name = SnakeCase(lineName.substr(0, bracket));
+      if (bracket != std::string::npos) item.name += "[]";
+      item.lineNamed = true;
+      lineName.clear();
+    }
+    if (!item.name.empty()) named.push_back(std::move(item));
+  }
+  return named;
+}
+
+// The object that a form's place names; null where it would be the last one of an empty list, or
+// where a name that was taken from a line has that place.
+Json* Place(Json* object, std::string_view place) {
+  while (!place.empty()) {
+    if (!object->is_object() && !object->is_null()) return nullptr;
+    const size_t dot = place.find('.');
+    std::string name(place.substr(0, dot));
+    const bool isNew = dot == std::string_view::npos;
+    place.remove_prefix(isNew ? place.size() : dot + 1);
+    if (!name.ends_with("[]")) {
+      object = &(*object)[name];
+      continue;
+    }
+    name.resize(name.size() - 2);
+    if (!isNew && !object->contains(name)) return nullptr;
+    Json& list = (*object)[name];
+    if (list.is_null()) list = Json::array();
+    if (!list.is_array()) return nullptr;
+    if (isNew) list.push_back(Json::object());
+    object = &list.back();
+  }
+  if (object->is_null()) *object = Json::object();
+  return object->is_object() ? object : nullptr;
+}
+
+// Takes a line with its end off the text.
+std::string_view TakeLine(std::string_view* text) {
+  const size_t end = text->find('\n');
+  const std::string_view line = text->substr(0, end == std::string_view::npos ? end : end + 1);
+  text->remove_prefix(line.size());
+  return line;
+}
+
+std::string WithoutLineEnd(std::string_view line) {
+  while (line.ends_with('\n') || line.ends_with('\r')) line.remove_suffix(1);
+  return Utf8(line);
+}
+
+// The driver's text as lines, and as pairs where a line is "NAME = VALUE" or "NAME: VALUE".
+void AddFreeText(std::string_view text, Json* values) {
+  Json lines = Json::array();
+  std::vector<Found> pairs;
+  std::unordered_map<std::string, size_t> places;
+  while (!text.empty()) {
+    const std::string line = WithoutLineEnd(TakeLine(&text));
+    lines.push_back(line);
+    std::vector<Found> found;
+    size_t length = 0;
+    if (!MatchPattern("\t{%}\t=\t{%:v}\t\n", line + "\n", {}, &found, &length) &&
+        !MatchPattern("\t{%}\t: \t{%:v}\t\n", line + "\n", {}, &found, &length)) {
+      continue;
+    }
+    for (Found& pair : Named(std::move(found))) {
+      const auto [at, isNew] = places.try_emplace(pair.name, pairs.size());
+      if (isNew) {
+        pairs.push_back(std::move(pair));
+        continue;
+      }
+      Json& old = pairs[at->second].value;
+      if (!old.is_array()) old = Json::array({std::move(old)});
+      old.push_back(std::move(pair.value));
+    }
+  }
+  (*values)["lines"] = std::move(lines);
+  Json& object = (*values)["pairs"] = Json::object();
+  // Past the look for an equal name, which there is none of.
+  for (Found& pair : pairs) {
+    object.get_ref<Json::object_t&>().emplace_back(std::move(pair.name), std::move(pair.value));
+  }
+}
+
+bool HasStatus(Statuses statuses, int64_t status) {
+  return (status == 0 || status == 1) && (statuses >> status & 1) != 0;
+}
+
+// Whether values of some form go into the object or the list of this name.
+bool IsPlace(std::string_view name) {
+  return std::ranges::any_of(Forms(), [&](const Form& form) {
+    return form.place.substr(0, form.place.find_first_of("[.")) == name;
+  });
+}
+
+bool IsMessage(const Form& form) {
+  return form.meaning > Meaning::Last;
+}
+
+// What has been read of a run.
+struct Reader {
+  const ToolRun* run;
+  std::string command;
+  const CommandRule* rule = nullptr;  // null: no such command
+  std::vector<const Form*> forms = {};
+  bool freeText = false;  // the command may print the driver's text
+  bool closeFailed = false;
+  Json values = Json::object();
+  Json error = nullptr;
+  Json unread = Json::array();
+  Meaning meaning = Meaning::Value;
+  Statuses status = 0;   // of the last form that has its own
+  bool openEnd = false;  // the last line was unread and has no end
+};
+
+// The statuses that go with a meaning, where a form has none of its own.
+Statuses StatusOf(const Reader& reader, Meaning meaning, Statuses own) {
+  const CommandRule* rule = reader.rule;
+  if (rule == nullptr || meaning == Meaning::NoDevice) return Status1;
+  if (own != 0) return own;
+  if (meaning == Meaning::Wrong) return rule->wrong;
+  if (meaning == Meaning::Last) return reader.run->words.empty() ? Status1 : rule->done;
+  return rule->refused;
+}
+
+// Whether a message that the driver's text may imitate is the tool's own.
+bool IsOwn(const Reader& reader, const Form& form) {
+  const auto& status = reader.run->status;
+  // What needs no argument cannot have a wrong one.
+  const bool mayBeWrong = reader.run->words.size() > 1 || reader.rule->wrong != reader.rule->done;
+  if (form.meaning == Meaning::Wrong && !mayBeWrong) return false;
+  return !status || reader.closeFailed ||
+         HasStatus(StatusOf(reader, form.meaning, form.status), *status);
+}
+
+void AddError(std::string_view matched, const std::vector<Found>& found, Json* error) {
+  std::string lines(matched);
+  for (const Found& item : found) {
+    if (item.name == "line") {
+      lines = item.value.get<std::string>();
+      continue;
+    }
+    (*error)[item.name] = item.value;
+    if (item.name != "code") continue;
+    const std::string_view name = ErrorName(item.value.get<int64_t>());
+    (*error)["name"] = name.empty() ? Json() : Json(name);
+  }
+  for (std::string_view rest = lines; !rest.empty();) {
+    (*error)["lines"].push_back(WithoutLineEnd(TakeLine(&rest)));
+  }
+}
+
+// Adds what a form found to the values; false where it has no place there, since the tool prints no
+// such line after the ones before it.
+bool AddValues(std::string_view place, std::vector<Found> found, Json* values) {
+  Json* object = Place(values, place);
+  if (object == nullptr || object->size() >= MostNames) return false;
+  for (const Found& item : found) {
+    const bool mayRepeat = item.lineNamed || item.name.ends_with("[]");
+    if (!mayRepeat && object->contains(item.name)) return false;
+    if (item.lineNamed && place.empty() && IsPlace(item.name)) return false;
+  }
+  for (Found& item : found) Add(object, std::move(item.name), std::move(item.value));
+  return true;
+}
+
+// Returns how much of the text the form takes; 0 for nothing. A form of a message may be taken with
+// any status only where nothing else is.
+size_t TryForm(Reader* reader, const Form& form, std::string_view text, bool anyStatus) {
+  const size_t free = form.pattern.find(FreeText);
+  const bool isFree = free != std::string_view::npos;
+  const size_t openEnd = isFree && form.pattern.ends_with('\n') ? 1 : 0;
+  if (openEnd == 1 && !text.ends_with('\n')) return 0;
+  std::vector<Found> found;
+  size_t length = 0;
+  if (!MatchPattern(form.pattern.substr(0, free), text, reader->run->words, &found, &length)) {
+    return 0;
+  }
+  const std::string_view rest = text.substr(length);
+  found = Named(std::move(found));
+  if (IsMessage(form)) {
+    const bool standsAlone = rest.empty() || rest == "\n";
+    if (reader->freeText && !(standsAlone && (anyStatus || IsOwn(*reader, form)))) return 0;
+    AddError(text.substr(0, length), found, &reader->error);
+  } else {
+    if (!AddValues(form.place, std::move(found), &reader->values)) return 0;
+    if (isFree) AddFreeText(rest.substr(0, rest.size() - openEnd), &reader->values);
+    if (isFree) length = text.size();
+  }
+  if (form.meaning != Meaning::Advice) reader->meaning = std::max(reader->meaning, form.meaning);
+  if (form.status != 0) reader->status = form.status;
+  return length;
+}
+
+size_t ReadForm(Reader* reader, std::string_view text) {
+  for (const bool anyStatus : {false, true}) {
+    for (const Form* form : reader->forms) {
+      if (anyStatus && !(reader->freeText && IsMessage(*form))) continue;
+      if (const size_t length = TryForm(reader, *form, text, anyStatus)) return length;
+    }
+  }
+  return 0;
+}
+
+void Read(Reader* reader, std::string_view text) {
+  while (!text.empty()) {
+    const size_t length = ReadForm(reader, text);
+    reader->openEnd = length == 0 && text.find('\n') == std::string_view::npos;
+    if (length == 0) {
+      reader->unread.push_back(WithoutLineEnd(TakeLine(&text)));
+    } else {
+      text.remove_prefix(length);
+    }
+  }
+}
+
+// The outcome, or why there is none; the other is null.
+struct Judgement {
+  const char* outcome;
+  const char* fault;
+};
+
+Judgement Judge(const Reader& reader, bool nothingPrinted) {
+  static constexpr const char* Outcomes[] = {
+      "", "done", "", "refused", "failed", "wrong_arguments", "no_device"};
+  const auto& status = reader.run->status;
+  if (status && (*status < 0 || *status >= 128)) return {nullptr, "killed"};
+  if (status == 3) return {"ended", nullptr};
+
+  const CommandRule* rule = reader.rule;
+  Meaning meaning = reader.closeFailed ? Meaning::NoDevice : reader.meaning;
+  const char* outcome = "unknown_command";
+  const bool isKnown = rule != nullptr && (!rule->engineering || reader.run->engineering);
+  if (isKnown || !nothingPrinted || meaning != Meaning::Value) {
+    const bool isSilent = nothingPrinted && Lists(SilentCommands, reader.command);
+    if (meaning == Meaning::Value && isSilent) meaning = Meaning::Last;
+    if (meaning == Meaning::Value && rule == nullptr) return {nullptr, "contradiction"};
+    if (meaning == Meaning::Value || reader.openEnd) return {nullptr, "unfinished"};
+    outcome = Outcomes[static_cast<int>(meaning)];
+  }
+  const bool fits =
+      !status ||
+      HasStatus(meaning == Meaning::Value ? Status1 : StatusOf(reader, meaning, reader.status),
+                *status);
+  return fits ? Judgement{outcome, nullptr} : Judgement{nullptr, "contradiction"};
+}
+
+// Where every line ends with CR LF, the host made that of the tool's line end.
+std::string WithoutCarriageReturns(const std::string& text) {
+  std::string changed;
+  size_t at = 0;
+  for (size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n', end + 1)) {
+    if (end == at || text[end - 1] != '\r') return text;
+    changed.append(text, at, end - 1 - at);
+    changed += '\n';
+    at = end + 1;
+  }
+  return changed.append(text, at);
+}
+
+// Takes the banner off the text.
+std::vector<Found> TakeBanner(std::string_view* text) {
+  std::vector<Found> banner;
+  size_t length = 0;
+  while (text->starts_with('\n')) text->remove_prefix(1);
+  if (!MatchPattern("{program=WLANX tool}WLANX tool, Version {version:w}\n{:t}\n\n", *text, {},
+                    &banner, &length)) {
+    throw NotToolOutput("it does not begin with the banner of wlanx");
+  }
+  text->remove_prefix(length);
+  return Named(std::move(banner));
+}
+
+}  // namespace
+
+bool WritesReport(const std::vector<std::string>& words) {
+  return !words.empty() && Lists("export_rssi_report", words[0]);
+}
+
+Json Interpret(const ToolRun& run) {
+  const std::string output = WithoutCarriageReturns(run.output);
+  std::string_view text = output;
+  Json result = {{"command", Json::array()}, {"program", nullptr}, {"version", nullptr}};
+  for (const std::string& word : run.words) result["command"].push_back(Utf8(word));
+  const bool isReport = WritesReport(run.words) && text.starts_with("<?xml");
+  if (!isReport) {
+    for (Found& item : TakeBanner(&text)) result[item.name] = std::move(item.value);
+  }
+
+  Reader reader = {.run = &run, .command = run.words.empty() ? "help" : run.words[0]};
+  for (const CommandRule& rule : CommandRules()) {
+    if (Lists(rule.names, reader.command)) reader.rule = &rule;
+  }
+  for (const Form& form : Forms()) {
+    if (form.commands.empty() || Lists(form.commands, reader.command))
+      reader.forms.push_back(&form);
+  }
+  reader.freeText = reader.rule != nullptr && Lists(FreeTextCommands, reader.command);
+  std::string_view printed = text;
+  constexpr std::string_view CloseFailed = "CloseDevice Failed\n";
+  if (printed.ends_with(CloseFailed) && run.status.value_or(1) == 1) {
+    reader.closeFailed = true;
+    printed.remove_suffix(CloseFailed.size());
+  }
+  Read(&reader, printed);
+  if (run.report) {
+    reader.values["report"] = Utf8(run.report->path);
+    Read(&reader, WithoutCarriageReturns(run.report->text));
+  }
+  if (reader.closeFailed) reader.error["lines"].push_back("CloseDevice Failed");
+
+  const Judgement judgement = Judge(reader, printed.empty());
+  result["status"] = run.status ? Json(*run.status) : Json();
+  result["outcome"] = judgement.outcome != nullptr ? Json(judgement.outcome) : Json();
+  result["fault"] = judgement.fault != nullptr ? Json(judgement.fault) : Json();
+  result["error"] = std::move(reader.error);
+  result["values"] = std::move(reader.values);
+  result["text"] = Utf8(text);
+  result["unread"] = std::move(reader.unread);
+  return result;
+}

@@ -1,0 +1,36 @@
+// Makes data of what the tool printed.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "json/pattern.h"
+
+// A file that export_rssi_report wrote.
+struct Report {
+  std::string path;
+  std::string text;
+};
+
+// A run of the tool, as far as it is known.
+struct ToolRun {
+  std::vector<std::string> words;  // what stood after the program's name
+  bool engineering = false;        // it was wlanx-eng
+  std::string output;              // all that it printed, or a report; line ends as on any host
+  std::optional<int64_t> status;   // 128 and more, or negative: something ended it from outside
+  std::optional<Report> report = {};
+};
+
+// What was read is no output of the tool.
+struct NotToolOutput : std::runtime_error {
+  using runtime_error::runtime_error;
+};
+
+// The command whose result is a file.
+bool WritesReport(const std::vector<std::string>& words);
+
+// The object that docs/json.md describes. Throws NotToolOutput.
+Json Interpret(const ToolRun& run);

@@ -65,7 +65,7 @@ FORMATS = {"hex": "0x%x", "filled": "0x%08x", "decimal": "%d"}
 
 
 def run(program, words, folder, before=(), **more):
-    """Runs a program by the name that all have here, behind the words of the one that watches it."""
+    """Runs a program by the name that all have here, under the program that watches it."""
     link = os.path.join(folder, NAME)
     if os.path.lexists(link):
         os.remove(link)

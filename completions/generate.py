@@ -67,7 +67,7 @@ Register-ArgumentCompleter -Native -CommandName '{program}', '{program}.exe' -Sc
 
 
 class Place:
-    """What may stand at one place of a command line, and the places behind it."""
+    """What may stand at one place of a command line, and the places after it."""
 
     def __init__(self):
         self.words, self.values, self.behind = {}, [], None
@@ -90,7 +90,7 @@ class Place:
 
 
 def read_usage(text, program, command):
-    """The places behind a command word, from its usage text."""
+    """The places after a command word, from its usage text."""
     lists = {name: [value.split("/")[0] for value in values.split(", ")]
              for name, values in re.findall(r"^[ \t]+(?:\d\. <)?([\w ]+)>?: (.*)$", text, re.M)}
     first, example = Place(), False

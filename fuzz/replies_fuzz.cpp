@@ -1,7 +1,7 @@
 // Hostile replies: the whole tool, from its entry, over a device whose every answer the input
 // chooses. The input is
 //
-//   byte   the command's row; what is beyond the table is an unknown word. The high bit: rates are
+//   byte   the command's row; past the table's end an unknown word. The high bit: rates are
 //          fixed by WCID
 //   byte   flags, see below
 //   text   the arguments, divided by blanks, up to a line end
@@ -105,7 +105,7 @@ bool Answer(Run* run, uint8_t* payload, uint32_t length, uint32_t* returned) {
       memset(payload, NextByte(run), length);
       WriteAnswer(run, payload, length, NextNumber(run, 2), NextByte(run) & 63U);
       break;
-    case 5:  // a text without a zero behind a prefix
+    case 5:  // a text without a zero after a prefix
       memset(payload, 'A', length);
       WriteAnswer(run, payload, length, 0, NextByte(run));
       break;
@@ -141,7 +141,7 @@ void ReadWords(Run* run) {
   if ((run->flags & PathIsArgument) == 0) AddWord(run, R"(C:\wlanx.exe)", 12);
   const bool named = (run->flags & WordIsArgument) == 0;
   const char* word = row < CommandCount ? CommandTable[row].Name : "unknown";
-  // A path from the arguments stands first, the word behind it.
+  // A path from the arguments comes first, then the word.
   bool wordDue = named;
   if (wordDue && run->wordCount == 1) {
     AddWord(run, word, strlen(word));

@@ -42,7 +42,7 @@ int ScanWith(int (*scan)(const char*, const char*, ...), const char* text, const
               &field[6], &field[7], &field[8], &field[9], &field[10], &field[11], &field[12]);
 }
 
-// "0x" without a digit behind it is no number here; the C library takes it as one.
+// "0x" without a digit after it is not a number here, but the C library reads it as one.
 bool Comparable(const char* format, const char* text) {
   if (strchr(format, 'x') == nullptr) return true;
   for (const char* at = text; (at = strpbrk(at, "xX")) != nullptr; at++) {

@@ -49,7 +49,7 @@ def places(own):
         path, name = "docs/commands.md", "wlanx"
         text = read(path)
         yield (f"{path}, list of the sections", names("\n".join(re.findall(
-            r"^- \[.*\]\(#.*\):.*\n(?:  .*\n)*", text, re.M))), "the name behind its section")
+            r"^- \[.*\]\(#.*\):.*\n(?:  .*\n)*", text, re.M))), "the name after its section")
         yield (f'{path}, "Exit statuses"', names(first_cells(section(text, "## Exit statuses"))),
                "a row")
         yield path, set(re.findall(r"^### (\w+)$", text, re.M)), "a heading of its own"

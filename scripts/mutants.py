@@ -157,7 +157,7 @@ def test_changes(source):
 
 
 def printed_values(source, literal):
-    """What stands behind a text, up to the end of the call or the row."""
+    """What follows a text, up to the end of the call or the row."""
     values, at = [], literal.end()
     while source.code[at:at + 1] == ",":
         end = operand_end(source.code, at + 1)

@@ -192,7 +192,7 @@ class Place:
 
 
 def equivalents():
-    """Pairs of a path and a new text or a kind of change; the reason stands behind them."""
+    """Pairs of a path and a new text or a kind of change. In the file the reason follows them."""
     pairs = set()
     for line in open(EQUIVALENT, encoding="utf-8"):
         if line.strip() and not line.startswith("#"):

@@ -166,7 +166,7 @@ def check_patch(text):
     if not patch or 0 in [result.returncode for result in results]:
         return ""
     return results[0].stderr + """Give each block for a file named here a line as context, before or
-behind what it adds, that the file has now; the number behind @@ - may be about right.
+after what it adds, that the file has now; the number after @@ - may be about right.
 """
 
 

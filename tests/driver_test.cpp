@@ -159,7 +159,7 @@ void CheckControl(Driver* driver) {
   Check(driver, Call(control, ControlFetchTrace, bytes, 0, bytes, 128).error == 87, "no offset");
   memset(bytes, 0xFF, sizeof(bytes));
   const Answer fetched = Call(control, ControlFetchTrace, bytes, 4, bytes, 128);
-  Check(driver, fetched.error == 0 && fetched.returned == 0, "behind the trace");
+  Check(driver, fetched.error == 0 && fetched.returned == 0, "past the trace");
   Check(driver, Call(control, ControlQueryStatus, nullptr, 0, bytes, 27).error == 122, "short");
 }
 

@@ -9,10 +9,10 @@ A case file holds cases; a case holds a scenario and any number of runs against 
   @ sar-368.a8000              its scenario is this file of simulator/scenarios/; without it and
   < OID ok 0:01                without these scenario lines the built-in one answers
   % TZ=UTC                     environment of the next run
-  ^ C:\\tools\\my.tool.exe       the program's path (argv[0]) in the runs of this case behind it
+  ^ C:\\tools\\my.tool.exe       the program's path (argv[0]) in the later runs of this case
   $ sar get_sar_table          a run of wlanx; "$eng ..." runs wlanx-eng. Words are split as a shell
                                does; {x*50} stands for x fifty times
-  > text                       a line that it prints behind the banner
+  > text                       a line that it prints after the banner
   ~ text                       the same without a line end
   ? 1                          its exit status (0 where no such line stands)
   ! FFFCF017 00*368            a request: OID and the payload sent, as hex pairs, XX*N and "text";
@@ -20,7 +20,7 @@ A case file holds cases; a case holds a scenario and any number of runs against 
   ! none                       no request is sent
   = 1 getreg => text => OID 00 a whole run in one line: status, words, all that it prints, and its
                                requests divided by " | ", none without the second "=>"; "=eng ..."
-  + error.xml                  a file that it leaves; the > and ~ lines behind it are its text, in
+  + error.xml                  a file that it leaves; the > and ~ lines after it are its text, in
                                which <time> stands for a timestamp
   - out.xml                    a file that it must not leave
 

@@ -23,7 +23,7 @@ struct Program {
   DWORD64 device;
 };
 
-// Goes behind the first word of a command line, which may stand in quotes.
+// Goes past the first word of a command line, which may be in quotes.
 char* SkipWord(char* line) {
   bool quoted = false;
   for (; *line != 0 && (quoted || *line != ' '); line++) {
@@ -100,7 +100,7 @@ void TakeStop(Program* program) {
   SetThreadContext(program->thread, &context);
 }
 
-// Returns how the program goes on behind an exception.
+// Returns how the program continues after an exception.
 DWORD TakeException(Program* program, const EXCEPTION_RECORD* exception) {
   if (exception->ExceptionCode != EXCEPTION_BREAKPOINT) return DBG_EXCEPTION_NOT_HANDLED;
   if (program->stage == Stage::Start) {

@@ -53,7 +53,7 @@ std::string TextsByValue(const WtblField& field) {
   return cell;
 }
 
-// What the field's line shows of the example behind the header, and before the explanation.
+// The part of the field's line between the header and the explanation.
 std::string Shown(const WtblField& field) {
   uint32_t words[64];
   for (uint32_t k = 0; k < 64; k++) words[k] = ExampleWord(k);

@@ -1,5 +1,5 @@
-// The calls that reach the device. What answers them is chosen by the one source of this folder
-// that a program is linked with:
+// The calls that reach the device. A program is linked with one of these sources, which decides who
+// answers:
 //
 //   driver_device.cpp     the driver, through the Windows kernel library (wlanx)
 //   recorded_device.cpp   the same, each call recorded on its way (wlanx-eng)
@@ -8,8 +8,8 @@
 
 #include <cstdint>
 
-// Opens the device for reading and writing, shared with nobody. Returns false on failure; a device
-// that opens may yield a null handle.
+// Opens the device for reading and writing, shared with nobody. Returns false on failure. A device
+// that opens may have a null handle.
 bool DeviceOpen(void** device);
 
 // Sends one OID. The payload carries the question to the driver and the answer back in the same
@@ -20,5 +20,5 @@ bool DeviceRequest(void* device, uint32_t oid, void* payload, uint32_t length, u
 // Returns false when closing fails.
 bool DeviceClose(void* device);
 
-// The host's code for the call that failed last; a call that succeeds leaves it alone.
+// The host's code for the call that failed last. A call that succeeds does not change it.
 uint32_t DeviceError();

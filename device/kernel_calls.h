@@ -9,13 +9,13 @@
 #endif
 #include <windows.h>
 #include <winioctl.h>
-// Needs what stands before it.
+// Needs the header before it.
 #include <ntddndis.h>
 
 #include <cstdint>
 
 inline bool KernelOpen(void** device) {
-  // CREATE_ALWAYS opens a device like any other disposition does; the driver expects it.
+  // With CREATE_ALWAYS a device opens as with any other disposition. The driver expects it.
   *device = CreateFileA(R"(\\.\A8000)", GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                         FILE_ATTRIBUTE_NORMAL, nullptr);
   return *device != INVALID_HANDLE_VALUE;

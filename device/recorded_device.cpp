@@ -1,5 +1,5 @@
-// The driver's calls, passed on unchanged; where A8000_TRACE names a file, they are recorded in it
-// with what the driver answered.
+// Passes the calls on to the driver unchanged. If A8000_TRACE names a file, they are recorded there
+// with the driver's answers.
 #include "device/device.h"
 #include "device/kernel_calls.h"
 #include "device/trace_file.h"

@@ -34,7 +34,7 @@ SimulatedDevice* Device() {
   return &device;
 }
 
-// Says "a8000: FILE:LINE: what is wrong" on standard error; the word is the one at fault.
+// Prints "a8000: FILE:LINE: what is wrong: WORD" on standard error. `word` is the one at fault.
 void ReportError(const char* name, const ScenarioError* error, const char* text) {
   char line[12] = {};
   char* digit = line + sizeof(line) - 1;
@@ -64,8 +64,8 @@ struct FileText {
   size_t size;
 };
 
-// Makes room for more of a file's text. Returns false where memory or the limit is reached; one
-// byte more than a scenario may have is let in, for the parser to refuse.
+// Makes room for more of a file's text. Returns false if there is no memory or the limit is
+// reached. The limit is one byte more than a scenario may have, so that the parser refuses it.
 bool GrowText(FileText* text, size_t* capacity) {
   constexpr size_t Limit = MaxScenarioBytes + size_t{1};
   const size_t doubled = *capacity == 0 ? 65536 : *capacity * 2;
@@ -97,8 +97,8 @@ bool ReadText(const char* name, FileText* text) {
   return got >= 0 && (got == 0 || text->size > MaxScenarioBytes);
 }
 
-// Parses a scenario that is known to be sound into memory that the process keeps, and starts the
-// adapter with it. Returns false where there is no memory.
+// Parses a scenario that has no errors into memory that the process keeps, and starts the adapter
+// with it. Returns false if there is no memory.
 bool StoreScenario(SimulatedDevice* device, const FileText* text, ScenarioSizes sizes) {
   device->memory = calloc(1, ScenarioMemoryBytes(&sizes) + size_t{1});
   if (device->memory == nullptr) return false;
@@ -109,7 +109,7 @@ bool StoreScenario(SimulatedDevice* device, const FileText* text, ScenarioSizes 
   return true;
 }
 
-// Returns false, after a message, for a file that cannot be used.
+// If the file cannot be used, prints a message and returns false.
 bool LoadScenario(SimulatedDevice* device, const char* name) {
   FileText text = {};
   ScenarioSizes sizes = {};
@@ -144,7 +144,7 @@ bool IsSameFile(const char* name, const char* other) {
          one.st_dev == two.st_dev && one.st_ino == two.st_ino;
 }
 
-// Reads the two variables. Returns false, after a message, where a file cannot be used.
+// Reads the two variables. If a file cannot be used, prints a message and returns false.
 bool Start(SimulatedDevice* device) {
   const char* scenarioName = HostVariable("A8000_SCENARIO");
   const char* traceName = HostVariable("A8000_TRACE");

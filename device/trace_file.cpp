@@ -12,8 +12,8 @@ bool TakePiece(void* context, const char* bytes, uint32_t size) {
   return true;
 }
 
-// Writes the line, and the comment on what is left out, which the next line takes the place of.
-// That on a request on its way comes last and is on the disk before the request goes.
+// Writes the line, then the comment on calls left out, which the next line overwrites. The comment
+// on a request that is on its way comes last. It is on the disk before the request is sent.
 void WriteLine(void* context, LineEnd end) {
   auto* trace = static_cast<TraceFile*>(context);
   const uint32_t lineBytes = end == LineEnd::Dropped ? 0 : trace->used;
@@ -29,10 +29,10 @@ void WriteLine(void* context, LineEnd end) {
     memcpy(trace->line + kept, comment, commentBytes);
     size += commentBytes;
   }
-  // What is shorter than before is never followed by a rest of it.
+  // A shorter line is never followed by the rest of a longer one.
   if (trace->end > start + size) CutHostFile(trace->file, start);
   if (!WriteHostFile(trace->file, trace->line, size)) {
-    // What could not be written as a whole is taken back.
+    // A part of a line is removed from the file.
     ReportFileError(trace->name);
     EndHostFile(trace->file, start);
     trace->file = NoHostFile;

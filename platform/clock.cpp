@@ -6,7 +6,7 @@ namespace {
 
 constexpr int64_t LastSecond = 32535215999;  // 3000-12-31 23:59:59 UTC
 
-// Returns false where the runtime cannot convert.
+// Returns false if the runtime cannot convert.
 bool BreakDown(int64_t seconds, tm* fields) {
 #ifdef _WIN32
   const tm* converted = _localtime64(&seconds);

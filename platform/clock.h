@@ -17,7 +17,7 @@ struct CalendarTime {
 int64_t CurrentTime();
 
 // Converts seconds since 1970-01-01 00:00:00 UTC to local time, by the machine's time zone and
-// daylight saving. Outside 1970-01-01 00:00:00 to 3000-12-31 23:59:59 UTC the conversion is
-// refused and every field reads as -1 does in the C runtime's broken-down time: year 1899,
-// month 0, all others -1.
+// daylight saving. Times outside 1970-01-01 00:00:00 to 3000-12-31 23:59:59 UTC are not converted:
+// their year is 1899, their month 0, and all other fields are -1, as if the C runtime's fields were
+// all -1.
 CalendarTime LocalCalendarTime(int64_t seconds);

@@ -7,16 +7,16 @@
 using HostFile = intptr_t;
 constexpr HostFile NoHostFile = -1;
 
-// A variable's value; null where it is unset or empty.
+// A variable's value; null if it is unset or empty.
 const char* HostVariable(const char* name);
 
 // Creates or empties a file. Returns NoHostFile on failure.
 HostFile CreateHostFile(const char* name);
 
-// Returns false where not all bytes could be written.
+// Returns false if not all bytes could be written.
 bool WriteHostFile(HostFile file, const char* bytes, uint32_t size);
 
-// Goes on writing at a position. Returns false where the file has none.
+// Continues writing at a position. Returns false if the file has no positions.
 bool SeekHostFile(HostFile file, uint32_t position);
 
 // Cuts a file after `size` bytes where it can be cut; writing goes on there.
@@ -31,5 +31,5 @@ void EndHostFile(HostFile file, uint32_t size);
 // Writes to standard error.
 void WriteMessage(const char* text);
 
-// Says "a8000: NAME:0: what is wrong", with the reason that the call before left behind.
+// Prints "a8000: NAME:0: what is wrong", with the reason why the last call failed.
 void ReportFileError(const char* name);

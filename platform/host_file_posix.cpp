@@ -14,8 +14,8 @@ const char* HostVariable(const char* name) {
   return value != nullptr && *value != 0 ? value : nullptr;
 }
 
-// Where a standard stream is closed its number stays free, so that the tool's own output never ends
-// up in the file.
+// The number of a closed standard stream stays free, so that the tool's own output never goes into
+// the file.
 HostFile CreateHostFile(const char* name) {
   const int file = open(name, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
   if (file < 0 || file > STDERR_FILENO) return file;
@@ -45,7 +45,7 @@ void CutHostFile(HostFile file, uint32_t size) {
   SeekHostFile(file, size);
 }
 
-// The simulated adapter in the tool's own process takes no computer down.
+// The simulated adapter runs in the tool's own process and cannot crash the computer.
 void SaveHostFile(HostFile /*file*/) {}
 
 void EndHostFile(HostFile file, uint32_t size) {

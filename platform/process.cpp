@@ -10,8 +10,8 @@
 
 void PrepareStandardOutput() {
 #ifndef _WIN32
-  // A standard descriptor that came closed would be handed to the next file opened, and what is
-  // printed would end up in it.
+  // The next file opened would get the number of a closed standard descriptor, and what is printed
+  // would go into that file.
   for (int descriptor = 0; descriptor <= 2; descriptor++) {
     if (fcntl(descriptor, F_GETFD) == -1) open("/dev/null", O_RDWR);
   }

@@ -1,7 +1,6 @@
-// What the tool needs of the process it runs in.
+// What the tool needs from its process.
 #pragma once
 
-// Lets standard output collect what is printed until it is flushed. Makes sure that this ends up
-// nowhere else where it is closed, and that a reader who has gone away (a closed pipe) is an
-// ordinary write error.
+// Lets standard output collect what is printed until it is flushed. If it is closed, what is
+// printed goes nowhere else. A closed pipe becomes an ordinary write error.
 void PrepareStandardOutput();

@@ -1,5 +1,5 @@
-// The simulated adapter: answers requests from a scenario. It runs in the tool's own process and
-// in a kernel-mode driver alike and allocates nothing.
+// The simulated adapter: answers requests from a scenario. It runs in the tool's own process and in
+// a kernel-mode driver, and allocates no memory.
 #pragma once
 
 #include <cstdint>
@@ -23,15 +23,15 @@ struct Adapter {
 
 struct RequestResult {
   CallResult call;
-  uint32_t returned;  // the count to report back, on failures too
+  uint32_t returned;  // the count to report, also for failures
   bool unserved;      // neither a rule nor a register served it
 };
 
-// What kept a rule from serving a request, from the least to the most that fits.
+// Why a rule did not serve a request. A later one means that more of the rule fits.
 enum class Misfit : uint8_t {
   Oid,     // no rule has the request's
   Length,  // the rule asks for another
-  End,     // it looks at an offset behind the payload's end
+  End,     // it looks at an offset past the payload's end
   Byte,    // it asks for another one at an offset
   UsedUp,
 };
@@ -44,7 +44,7 @@ struct NearestRule {
   uint8_t byte;     // that it asks for at that offset
 };
 
-// Puts the adapter into its first state. `served` has room for one counter a rule.
+// Puts the adapter into its first state. `served` has room for one counter for each rule.
 void AdapterStart(Adapter* adapter, const Scenario* scenario, uint32_t* served);
 
 CallResult AdapterOpen(const Adapter* adapter);
@@ -53,7 +53,7 @@ CallResult AdapterClose(const Adapter* adapter);
 // Answers one request in its payload.
 RequestResult AdapterRequest(Adapter* adapter, uint32_t oid, uint8_t* payload, uint32_t length);
 
-// Finds what came nearest to a request that is not served. Of rules that fit equally far it is the
-// first one.
+// Finds the rule that came nearest to a request that no rule served. If several fit equally far, it
+// is the first one.
 NearestRule FindNearestRule(const Adapter* adapter, uint32_t oid, const uint8_t* payload,
                             uint32_t length);

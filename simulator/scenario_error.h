@@ -5,8 +5,8 @@
 
 constexpr uint32_t MostShown = 60;
 
-// Copies the word at fault, or its beginning, with a zero behind it. What may not be printable
-// shows as '?'.
+// Copies the word at fault, or as much of it as fits, and a zero. Characters that may not be
+// printable become '?'.
 inline void CopyWord(const char* word, uint32_t length, char (&shown)[MostShown + 1]) {
   uint32_t size = 0;
   for (; size < length && size < MostShown; size++) {

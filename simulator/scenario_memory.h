@@ -1,4 +1,4 @@
-// Puts all that a loaded scenario needs into one block of memory, the host's to allocate.
+// Puts all that a loaded scenario needs into one block of memory, which the host allocates.
 #pragma once
 
 #include <cstdint>

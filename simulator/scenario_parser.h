@@ -1,5 +1,5 @@
-// Parses the text of a scenario file. Everything here also runs at compile time, for the built-in
-// scenario, and in a kernel-mode driver: no memory of its own, no recursion, no library.
+// Parses the text of a scenario file. It also runs at compile time, for the built-in scenario, and
+// in a kernel-mode driver. So it has no memory of its own, no recursion, and needs no library.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 struct ScenarioParse {
   const char* text;
   uint32_t position;
-  uint32_t lineEnd;  // index behind the line's last character, line end not counted
+  uint32_t lineEnd;  // index after the line's last character, without the line end
   uint32_t line;
   uint32_t wordStart;
   const ScenarioMemory* memory;  // null: records are counted only
@@ -36,7 +36,7 @@ constexpr bool AtWordEnd(const ScenarioParse* parse) {
   return IsBlank(character) || character == '#';
 }
 
-// Goes to the line's next word. Returns false where there is none.
+// Goes to the line's next word. Returns false if there is none.
 constexpr bool NextWord(ScenarioParse* parse) {
   while (parse->position < parse->lineEnd && IsBlank(parse->text[parse->position])) {
     parse->position++;
@@ -70,7 +70,7 @@ constexpr int NibbleValue(char character) {
   return -1;
 }
 
-// The value of the hex digit at a position of the line, -1 where none stands there.
+// The value of the hex digit at a position of the line, -1 if there is none.
 constexpr int HexDigitAt(const ScenarioParse* parse, uint32_t position) {
   return position < parse->lineEnd ? NibbleValue(parse->text[position]) : -1;
 }
@@ -216,7 +216,7 @@ constexpr bool TakePatch(ScenarioParse* parse) {
   return true;
 }
 
-// Takes "ok" or "error=N". Returns false, without an error, where the word is neither.
+// Takes "ok" or "error=N". Returns false, without an error, if the word is neither.
 constexpr bool TakeOutcome(ScenarioParse* parse, CallResult* result) {
   if (TakeWord(parse, "ok")) {
     *result = {Outcome::Succeeds, 0};
@@ -274,7 +274,7 @@ constexpr RuleWord RuleWords[] = {
     {"returned=", "returned belongs after the outcome", nullptr},
 };
 
-// Returns null where the current word is none of them.
+// Returns null if the current word is none of them.
 constexpr const RuleWord* FindRuleWord(ScenarioParse* parse) {
   for (const RuleWord& row : RuleWords) {
     if (!TakeLiteral(parse, row.word)) continue;
@@ -369,9 +369,9 @@ constexpr bool StartsWith(const char* text, uint32_t size, const char* start) {
   return true;
 }
 
-// Parses a scenario's text. A byte order mark before it is passed over. Without memory it checks
-// the text and counts the records into `sizes`; with memory of those sizes it also stores them and
-// fills in `scenario`.
+// Parses a scenario's text. A byte order mark before it is skipped. Without memory it checks the
+// text and counts the records into `sizes`. With memory of those sizes it also stores the records
+// and fills in `scenario`.
 constexpr ScenarioError ParseScenario(const char* text, uint64_t size, const ScenarioMemory* memory,
                                       ScenarioSizes* sizes, Scenario* scenario) {
   if (size > MaxScenarioBytes) return {0, "scenario is larger than 16 MiB", 0, 0};

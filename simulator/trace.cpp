@@ -53,7 +53,7 @@ bool FitsTrace(const Trace* trace) {
   return trace->lineBytes <= MaxTraceBytes - trace->bytes;
 }
 
-// Bytes that will not be kept are counted, but neither read nor passed on.
+// Bytes that are not kept are counted, but neither read nor passed on.
 void AddPayload(Trace* trace, const char* before, const uint8_t* payload, uint32_t length) {
   if (length == 0) return;
   AddText(trace, before);
@@ -92,8 +92,8 @@ enum class Line : uint8_t {
   Request,
 };
 
-// Ends a line. One that is too long by itself is all that is lost; the first one that would make
-// the whole too large ends the recording.
+// Ends a line. If the line is too long, only that line is lost. If it would make the whole trace
+// too large, the recording ends.
 void EndLine(Trace* trace, Line kind) {
   const uint32_t rules = kind == Line::Request ? 1 : 0;
   const bool fitsLine = FitsLine(trace);
@@ -142,7 +142,7 @@ void TraceClose(Trace* trace, CallResult result) {
 
 void TraceSent(Trace* trace, uint32_t oid, const uint8_t* payload, uint32_t length) {
   BeginLine(trace);
-  trace->dropping = false;  // where a line has no room, this one has
+  trace->dropping = false;  // this comment has room even if no line has
   AddText(trace, TraceSentHead);
   AddRequest(trace, oid, length);
   const uint64_t size = trace->lineBytes + sizeof(" if 0:") + uint64_t{2} * length;

@@ -35,7 +35,7 @@ enum class LineEnd : uint8_t {
 };
 
 // Where the lines go. `write` takes the next piece of a line, of at most TraceChunkBytes, and
-// returns false where it has no room; `endLine` ends a line.
+// returns false if it has no room. `endLine` ends a line.
 struct TraceSink {
   bool (*write)(void* context, const char* bytes, uint32_t size);
   void (*endLine)(void* context, LineEnd end);
@@ -49,7 +49,7 @@ struct Trace {
   uint32_t leftOut;    // calls without a line
   bool stopped;        // a line found no room: nothing more is kept
   bool dropping;       // nor is the rest of the line being written
-  uint64_t lineBytes;  // of that line, those not passed on included
+  uint64_t lineBytes;  // of that line, also those that were not passed on
   uint32_t chunkBytes;
   char chunk[TraceChunkBytes];
 };
@@ -58,8 +58,8 @@ void TraceStart(Trace* trace, const TraceSink& sink);
 void TraceOpen(Trace* trace, CallResult result);
 void TraceClose(Trace* trace, CallResult result);
 
-// The comment on a request that is on its way, whose place its line takes. It has no payload where
-// that is null, or does not fit.
+// The comment on a request that is on its way. The request's line overwrites it. It has no payload
+// if `payload` is null or does not fit.
 void TraceSent(Trace* trace, uint32_t oid, const uint8_t* payload, uint32_t length);
 
 // A request's line in two halves: the payload as sent, then the payload as the answer left it.
@@ -70,7 +70,7 @@ void TraceAnswer(Trace* trace, const RequestResult* result, const uint8_t* paylo
 // Adds a comment to the line of a request that was not served.
 void TraceUnserved(Trace* trace, const NearestRule* nearest);
 
-// Adds a comment of `size` bytes as it stands.
+// Adds a comment of `size` bytes unchanged.
 void TraceComment(Trace* trace, const char* comment, uint32_t size);
 
 // Lets the adapter answer a request and records it; a null trace records nothing.

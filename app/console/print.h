@@ -24,7 +24,7 @@ void ConsoleText(const char* text);
 void FilePrintf(FILE* file, const char* format, ...) PRINTF_LIKE(2, 3);
 
 // Formats into `text`, writing at most `size` bytes including the terminating zero (nothing when
-// size is 0); what of them stands behind the zero is left open. Returns the length that the whole
+// size is 0); the bytes after the zero are not defined. Returns the length that the whole
 // text needs, without its zero.
 int BoundedPrintf(char* text, size_t size, const char* format, ...) PRINTF_LIKE(3, 4);
 

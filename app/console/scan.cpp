@@ -22,7 +22,7 @@ struct Field {
   char letter;
 };
 
-// Reads the conversion behind a '%' and returns what follows it.
+// Reads the conversion after a '%' and returns what follows it.
 const char* ReadField(const char* format, Field* field) {
   *field = {0, 0, 0};
   while (*format >= '0' && *format <= '9') {
@@ -35,7 +35,7 @@ const char* ReadField(const char* format, Field* field) {
 }
 
 // The magnitude of a run of digits of the given base, at most `width` of them; saturates at 64
-// bits and tells so. Moves `text` behind the digits; returns false where there is none.
+// bits and reports that. Moves `text` past the digits. Returns false if there is none.
 bool ReadDigits(const char** text, size_t width, unsigned base, uint64_t* magnitude,
                 bool* saturated) {
   const char* start = *text;
@@ -58,7 +58,7 @@ uint64_t ApplySign(uint64_t magnitude, bool negative) {
   return magnitude > Highest ? Highest : magnitude;
 }
 
-// Reads a number; `text` is moved behind it. Returns false where there is none.
+// Reads a number and moves `text` past it. Returns false if there is none.
 bool ReadNumber(const char** text, const Field& field, uint64_t* value) {
   const char* next = *text;
   size_t width = field.width;
@@ -93,7 +93,7 @@ void StoreNumber(void* target, int halves, uint64_t value) {
   if (halves == 2) memcpy(target, &low8, sizeof(low8));
 }
 
-// Reads a word into `target`; returns false where it does not fit with its zero.
+// Reads a word into `target`. Returns false if it does not fit with its zero.
 bool ReadWord(const char** text, const Field& field, char* target, size_t size) {
   const char* start = *text;
   size_t length = 0;

@@ -10,11 +10,11 @@
 // conversion could be tried. A target whose conversion fails keeps its value.
 //
 // A number is read with 64 bits, where it saturates, and the low bits of the target's width are
-// stored. %x takes an optional 0x or 0X, which the width counts; "0x" without a digit behind it
+// stored. %x takes an optional 0x or 0X, which the width counts; "0x" without a digit after it
 // is no number. Widths do not count leading blanks but do count a sign.
 int ScanArgument(const char* text, const char* format, ...);
 
-// The value of a hexadecimal digit; 16 where the character is none.
+// The value of a hexadecimal digit; 16 for any other character.
 unsigned DigitValue(char character);
 
 // atoi: leading blanks, a sign, decimal digits; stops at the first other character. 0 without

@@ -38,7 +38,7 @@ struct KnownValues {
   struct TextShape* shape;  // of the text at hand
 };
 
-// Takes memory for the values of traces of `size` bytes. Returns false where there is none.
+// Takes memory for the values of traces of `size` bytes. Returns false if there is none.
 bool StartKnownValues(KnownValues* known, uint32_t size);
 void ReleaseKnownValues(KnownValues* known);
 

@@ -1,5 +1,5 @@
-// Makes reports of traces: what is known to be harmless stays, all else gets stand-ins. The same
-// value gets the same stand-in of the same length everywhere, so that a report still replays.
+// Makes reports of traces. What is known to be harmless stays, and everything else gets stand-ins.
+// A value gets the same stand-in of the same length everywhere, so that the report replays.
 #pragma once
 
 #include <cstdint>
@@ -26,8 +26,8 @@ struct Redaction {
 };
 
 // Redacts traces into one report; what is wrong with them is in `error`. `words`, of 1 to
-// MostNameBytes bytes, are replaced like names wherever they stand in texts. Where texts are not
-// kept their letters and digits are masked. The result is to be given back with ReleaseRedaction.
+// MostNameBytes bytes, are replaced like names wherever they stand in texts. If texts are not
+// kept, their letters and digits are masked. The caller releases the result with ReleaseRedaction.
 Redaction RedactTraces(const TextView* texts, uint32_t count, const TextView* words,
                        uint32_t wordCount, bool keepTexts);
 

@@ -1,14 +1,14 @@
-// Files that come into being as a whole.
+// Files that are written as a whole or not at all.
 #pragma once
 
 #include <cstddef>
 
-// Writes a file beside its place and renames it, so that a full disk or a signal leaves an earlier
-// one as it was and no part of a new one. Returns false, after a message, on failure.
+// Writes a file under another name and renames it. After a full disk or a signal an earlier file is
+// unchanged and there is no part of a new one. On failure prints a message and returns false.
 bool WriteWholeFile(const char* name, const char* bytes, size_t size);
 
-// Whether two names are of one file, through links too.
+// Whether two names mean the same file, also through links.
 bool IsSameFile(const char* name, const char* other);
 
-// Says "a8000: NAME:0: what is wrong", with the reason in errno.
+// Prints "a8000: NAME:0: what is wrong", with the reason in errno.
 void ReportFileFailure(const char* name);

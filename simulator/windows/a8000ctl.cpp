@@ -1,4 +1,4 @@
-// a8000ctl.exe: installs the simulated adapter's driver, hands it scenarios and fetches traces.
+// a8000ctl.exe: installs the simulated adapter's driver, gives it scenarios and fetches traces.
 #include <windows.h>
 
 #include <cerrno>
@@ -25,7 +25,7 @@ constexpr char Usage[] =
     "  a8000ctl trace FILE          write what was recorded since the scenario was loaded\n"
     "  a8000ctl status              tell what the driver does\n"
     "  a8000ctl -                   read such commands from standard input, one a line;\n"
-    "                               behind each one's output prints \"= \" and its exit status\n"
+    "                               after each one's output prints \"= \" and its exit status\n"
     "  a8000ctl redact [--keep-texts] [--word WORD]... IN... OUT\n"
     "                               make a report of traces, in which only what is known to be\n"
     "                               harmless stays; texts with --keep-texts, but for each WORD\n";
@@ -39,8 +39,8 @@ int FailFile(const char* name) {
   return Failed;
 }
 
-// Sends one request to the driver; `returned` is the length of its answer. Returns a last-error
-// code, 0 where the driver has answered.
+// Sends one request to the driver. `returned` is the length of its answer. Returns a last-error
+// code, 0 if the driver answered.
 DWORD Send(uint32_t code, void* input, uint32_t inputLength, void* output, uint32_t outputLength,
            DWORD* returned) {
   HANDLE device = CreateFileA(ControlDevicePath, GENERIC_READ | GENERIC_WRITE, 0, nullptr,
@@ -53,7 +53,7 @@ DWORD Send(uint32_t code, void* input, uint32_t inputLength, void* output, uint3
   return error;
 }
 
-// The same for one that has to be answered: says what went wrong.
+// The same for a request that must be answered. On failure it prints a message.
 bool Ask(uint32_t code, void* input, uint32_t inputLength, void* output, uint32_t outputLength,
          DWORD* returned) {
   const DWORD error = Send(code, input, inputLength, output, outputLength, returned);
@@ -82,7 +82,7 @@ int Install() {
   FILE* file = fopen(path, "rb");
   if (file == nullptr) return FailFile(path);
   fclose(file);
-  // One that is in use would be told to stop and then serve no one any more.
+  // A driver in use would get the request to stop, and would then serve nobody.
   if (IsDeviceOpen()) {
     ReportUnreachable(ERROR_BUSY);
     return Failed;
@@ -181,7 +181,7 @@ bool FetchAll(char* bytes, uint32_t* size) {
   return true;
 }
 
-// Writes the trace, with what it lacks, as the recorder on Linux does.
+// Writes the trace and the comment on calls left out, as the recorder on Linux does.
 int WriteTrace(const char* name, char* bytes) {
   SimulatorStatus before = {};
   SimulatorStatus after = {};
@@ -228,7 +228,7 @@ int Status() {
   return Done;
 }
 
-// Runs one command; `name` is its file or option, null where none is given.
+// Runs one command. `name` is its file or option, or null.
 int RunCommand(const char* command, const char* name) {
   if (name == nullptr) {
     if (strcmp(command, "install") == 0) return Install();
@@ -244,7 +244,7 @@ int RunCommand(const char* command, const char* name) {
 
 constexpr size_t LineBytes = 4096;
 
-// Reads a line; `whole` tells whether it is one that can hold a command. Returns false at the end.
+// Reads a line. `whole` is false if it is too long or holds a zero byte. Returns false at the end.
 bool ReadLine(char (&line)[LineBytes], bool* whole) {
   size_t size = 0;
   *whole = true;
@@ -270,7 +270,7 @@ int RefuseLine() {
   return Failed;
 }
 
-// Returns Failed where any command did.
+// Returns Failed if any command failed.
 int RunStandardInput() {
   static char line[LineBytes];
   bool whole = false;
@@ -278,7 +278,7 @@ int RunStandardInput() {
   while (ReadLine(line, &whole)) {
     const int ended = whole ? RunLine(line) : RefuseLine();
     if (ended != Done) result = Failed;
-    fflush(stderr);  // some runtimes collect it where it is no console
+    fflush(stderr);  // some runtimes buffer it if it is not a console
     printf("= %d\n", ended);
     fflush(stdout);
   }

@@ -12,20 +12,20 @@ constexpr uint32_t ControlCode(uint32_t function) {
   return 0x8000U << 16 | 3U << 14 | function << 2;
 }
 
-// In: the scenario's text. Out: a LoadReply. A scenario that is refused leaves the one before in
-// force; one that is taken starts a new trace.
+// In: the scenario's text. Out: a LoadReply. After a refused scenario the one before stays in
+// force. An accepted one starts a new trace.
 constexpr uint32_t ControlLoadScenario = ControlCode(0x800);
 // The same for the built-in scenario, with nothing in and out.
 constexpr uint32_t ControlLoadBuiltin = ControlCode(0x801);
-// In: a FetchTrace. Out: the trace from there on, as much as the buffer takes; nothing at its end.
+// In: a FetchTrace. Out: the trace from that offset on, as much as fits; nothing at its end.
 constexpr uint32_t ControlFetchTrace = ControlCode(0x802);
 // Out: a SimulatorStatus.
 constexpr uint32_t ControlQueryStatus = ControlCode(0x803);
-// In: what the status calls the scenario in force, until another one is loaded.
+// In: the name under which the status shows the scenario until another one is loaded.
 constexpr uint32_t ControlNameScenario = ControlCode(0x804);
 
 struct LoadReply {
-  uint32_t line;        // of the error; 0 where the text as a whole is at fault
+  uint32_t line;        // of the error; 0 if the text as a whole is at fault
   uint32_t wordStart;   // the word at fault, as an index into the text
   uint32_t wordLength;  // 0: no word to show
   char what[64];        // what is wrong; empty: nothing
@@ -45,7 +45,7 @@ struct SimulatorStatus {
   uint32_t opened;      // handles open now
   uint32_t traceBytes;  // recorded
   uint32_t leftOut;     // calls that found no room in the trace
-  uint32_t loads;       // scenarios loaded, so that one who fetches a trace notices a new one
-  char name[256];       // the scenario's, the end of a longer one; empty where none was given
+  uint32_t loads;       // scenarios loaded; shows that one was loaded while a trace is fetched
+  char name[256];       // the scenario's, or the end of a longer one; empty if none was given
 };
 static_assert(sizeof(SimulatorStatus) == 288);

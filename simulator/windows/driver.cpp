@@ -1,7 +1,7 @@
 // a8000sim.sys: the simulated adapter as a kernel-mode driver. Programs open \\.\A8000, the control
 // program opens \\.\A8000Control. What is answered is decided in driver_front.cpp.
 #include <intrin.h>
-// The kernel headers define two of the compiler's functions once more, which C++ refuses.
+// The kernel headers define two of the compiler's functions again, which C++ does not allow.
 #define InterlockedBitTestAndSet KernelBitTestAndSet
 #define InterlockedBitTestAndReset KernelBitTestAndReset
 #include <ntifs.h>
@@ -22,12 +22,12 @@ namespace {
 
 constexpr ULONG PoolTag = 0x38303041;  // "A008"
 
-// ExAllocatePool2, which Windows has from 10, version 2004, on. It clears what it yields.
+// ExAllocatePool2, which Windows has since version 2004 of Windows 10. It returns cleared memory.
 using PoolAllocator = void*(NTAPI*)(ULONG64 flags, SIZE_T size, ULONG tag);
 constexpr ULONG64 PagedPoolFlag = 0x100;
 
 struct DriverState {
-  PoolAllocator allocate;  // null where there is none
+  PoolAllocator allocate;  // null if there is none
   DEVICE_OBJECT* device;
   DEVICE_OBJECT* control;
   bool controlLinked;
@@ -89,7 +89,7 @@ NTSTATUS Complete(IRP* irp, NTSTATUS status, ULONG_PTR returned) {
 
 OpenTerms TermsOf(const IO_STACK_LOCATION* call) {
   const auto& create = call->Parameters.Create;
-  // Not every host tells the rights.
+  // Some hosts do not give the rights.
   const ACCESS_MASK access = create.SecurityContext != nullptr
                                  ? create.SecurityContext->DesiredAccess
                                  : ReadAndWriteRights;
@@ -99,19 +99,19 @@ OpenTerms TermsOf(const IO_STACK_LOCATION* call) {
 NTSTATUS NTAPI HandleCreate(DEVICE_OBJECT* device, IRP* irp) {
   DriverState* state = State();
   const IO_STACK_LOCATION* call = IoGetCurrentIrpStackLocation(irp);
-  // There is nothing behind the devices.
+  // No path may follow a device's name.
   if (call->FileObject->FileName.Length > 0) return Complete(irp, STATUS_OBJECT_NAME_NOT_FOUND, 0);
   if (device == state->control) return Complete(irp, STATUS_SUCCESS, 0);
   const OpenTerms terms = TermsOf(call);
   ExAcquireFastMutex(&state->mutex);
   const FrontReply reply = FrontOpen(&state->front, terms);
   ExReleaseFastMutex(&state->mutex);
-  // A host may yield a handle in spite of a failure; the mark tells one that was opened.
+  // On some hosts a failed opening yields a handle, too. This marks a handle that was opened.
   if (!reply.failed) call->FileObject->FsContext = state;
   return Complete(irp, StatusOf(reply), 0);
 }
 
-// Whatever the scenario wants, Windows knows no failing close.
+// On Windows closing cannot fail, whatever the scenario says.
 NTSTATUS NTAPI HandleClose(DEVICE_OBJECT* /*device*/, IRP* irp) {
   DriverState* state = State();
   if (IoGetCurrentIrpStackLocation(irp)->FileObject->FsContext != nullptr) {
@@ -126,15 +126,15 @@ NTSTATUS NTAPI HandleCleanup(DEVICE_OBJECT* /*device*/, IRP* irp) {
   return Complete(irp, STATUS_SUCCESS, 0);
 }
 
-// The payload is the memory behind the MDL; for a payload of no bytes there is none to map, and one
-// that is too large stays as it is.
+// The payload is the memory that the MDL describes. A payload of no bytes has no memory to map. One
+// that is too large is not touched.
 NTSTATUS AnswerProgram(DriverState* state, IRP* irp, const IO_STACK_LOCATION* call) {
   const auto& control = call->Parameters.DeviceIoControl;
   if (call->FileObject->FsContext == nullptr) return Complete(irp, STATUS_INVALID_HANDLE, 0);
   void* payload = nullptr;
   const ULONG length = irp->MdlAddress != nullptr ? control.OutputBufferLength : 0;
   if (length > 0 && length <= MaxPayloadBytes) {
-    // The kernel takes flags beside the priority; some headers' type leaves no room for them.
+    // The kernel takes flags with the priority. In some headers the type has no room for them.
     const ULONG priority = NormalPagePriority | MdlMappingNoExecute;
     payload =
         MmGetSystemAddressForMdlSafe(irp->MdlAddress, std::bit_cast<MM_PAGE_PRIORITY>(priority));
@@ -165,8 +165,8 @@ NTSTATUS NTAPI HandleDeviceControl(DEVICE_OBJECT* device, IRP* irp) {
                                   : AnswerProgram(state, irp, call);
 }
 
-// An access list in the form that the kernel takes it: administrators and the system may do
-// everything, all others nothing.
+// An access list as the kernel reads it: administrators and the system may do everything, all
+// others nothing.
 struct AccessEntry {
   UCHAR type;  // 0: allowed
   UCHAR flags;
@@ -216,7 +216,7 @@ bool RestrictToAdministrators(DEVICE_OBJECT* device) {
   return NT_SUCCESS(status);
 }
 
-// Takes away what this driver has made; the names may be those of another one that runs already.
+// Removes what this driver has made. A name that it did not make may belong to another driver.
 void NTAPI Unload(DRIVER_OBJECT* /*driver*/) {
   DriverState* state = State();
   UNICODE_STRING link = DeviceLinkName();

@@ -46,7 +46,7 @@ struct StoredScenario {
   uint32_t* served;
 };
 
-// Returns null where there is no memory.
+// Returns null if there is no memory.
 StoredScenario* AllocateScenario(HostMemory memory, const ScenarioSizes& sizes) {
   void* block = memory.allocate(sizeof(StoredScenario) + uint64_t{ScenarioMemoryBytes(&sizes)});
   if (block == nullptr) return nullptr;
@@ -69,7 +69,7 @@ void UseScenario(DriverFront* front, StoredScenario* stored, const Scenario* sce
   TraceStart(&front->trace, TraceStoreSink(&front->traceStore));
 }
 
-// Returns false where there is no memory.
+// Returns false if there is no memory.
 bool UseBuiltin(DriverFront* front) {
   // Only its counters need memory.
   StoredScenario* stored = AllocateScenario(front->memory, {BuiltinScenario.ruleCount, 0, 0, 0});

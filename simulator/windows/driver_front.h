@@ -23,8 +23,8 @@ struct DriverFront {
   char name[256];  // of the scenario
 };
 
-// The largest payload that a request may have, far above what any command sends. One that is larger
-// is refused unread, so that no program can keep the driver from the others.
+// The largest payload that a request may have, far above what any command sends. A larger one is
+// refused unread, so that no program can keep the driver busy for long.
 constexpr uint32_t MaxPayloadBytes = 1024 * 1024;
 
 // How a program asks to open the device: the parameters of the create request.
@@ -44,15 +44,15 @@ struct FrontReply {
   bool failed;        // fails even with error 0
 };
 
-// Starts with the built-in scenario. Returns false where there is no memory.
+// Starts with the built-in scenario. Returns false if there is no memory.
 bool FrontStart(DriverFront* front, HostMemory memory);
 void FrontStop(DriverFront* front);
 
 FrontReply FrontOpen(DriverFront* front, OpenTerms terms);
 FrontReply FrontClose(DriverFront* front);
 
-// One request of a program; the answer is written into the payload, on failures too. A payload
-// above MaxPayloadBytes may be null.
+// Handles one request of a program. The answer is written into the payload, also on failures. A
+// payload above MaxPayloadBytes may be null.
 FrontReply FrontRequest(DriverFront* front, uint32_t code, const void* input, uint32_t inputLength,
                         void* payload, uint32_t length);
 

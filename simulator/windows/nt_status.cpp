@@ -51,8 +51,8 @@ uint32_t StatusOfError(uint32_t error, bool reportsCount) {
   // The facility whose codes are Win32's own, as a warning or as an error.
   const uint32_t facility = reportsCount ? 0x80070000 : 0xC0070000;
   if (error <= 0xFFFF) return facility | error;
-  // The customer's codes pass through unchanged. All bits set mean to the kernel that there is no
-  // status yet.
+  // Codes with the customer bit pass through unchanged. To the kernel a status with all bits set
+  // means that there is none yet.
   constexpr uint32_t PassedThrough = 0xA0000000;
   if ((error & PassedThrough) == PassedThrough && error != UINT32_MAX) return error;
   constexpr uint32_t ErrorGenFailure = 31;

@@ -71,7 +71,7 @@ DriverState StateOf(SC_HANDLE service) {
   }
 }
 
-// Opens the service; null, with a last-error code, where that fails.
+// Opens the service. Returns null, with a last-error code, on failure.
 SC_HANDLE OpenDriver(DWORD access) {
   SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_CONNECT);
   if (manager == nullptr) return nullptr;
@@ -82,7 +82,7 @@ SC_HANDLE OpenDriver(DWORD access) {
   return service;
 }
 
-// Creates the service or opens the one that exists; null, with a last-error code, where that fails.
+// Creates the service or opens the existing one. Returns null, with a last-error code, on failure.
 SC_HANDLE CreateDriver(const char* path, bool* created) {
   SC_HANDLE manager = OpenSCManagerA(nullptr, nullptr, SC_MANAGER_CREATE_SERVICE);
   if (manager == nullptr) return nullptr;
@@ -101,9 +101,9 @@ SC_HANDLE CreateDriver(const char* path, bool* created) {
   return service;
 }
 
-// The steps below return a last-error code, 0 where they are done.
+// The steps below return a last-error code, 0 on success.
 
-// Leaves a service alone that is no kernel driver from a file of the simulated adapter's name.
+// Checks that a service is a kernel driver from a file of the simulated adapter's name.
 DWORD CheckOwner(SC_HANDLE service) {
   constexpr DWORD MostBytes = 8192;  // of a configuration
   alignas(QUERY_SERVICE_CONFIGA) static char record[MostBytes];
@@ -124,7 +124,7 @@ DWORD StopDriver(SC_HANDLE service) {
   SERVICE_STATUS status = {};
   const DriverState state = StateOf(service);
   if (state == DriverState::Stopped) return 0;
-  // One that is stopping already takes no second request.
+  // A service that is stopping takes no second request.
   if (state != DriverState::StopPending &&
       !ControlService(service, SERVICE_CONTROL_STOP, &status) &&
       GetLastError() != ERROR_SERVICE_NOT_ACTIVE) {
@@ -150,7 +150,7 @@ DWORD StartDriverFile(SC_HANDLE service, const char* path) {
   return 0;
 }
 
-// A first installation that fails leaves no service behind.
+// After a first installation that failed there is no service.
 DWORD InstallOnce(const char* path) {
   bool created = false;
   SC_HANDLE service = CreateDriver(path, &created);
@@ -161,7 +161,7 @@ DWORD InstallOnce(const char* path) {
   return error;
 }
 
-// A service that is deleted stays, marked so, until the last handle of anyone's to it is closed.
+// A deleted service stays, marked as deleted, until the last handle to it is closed.
 DWORD WaitUntilGone() {
   for (DWORD waited = 0; waited < DeletionWait; waited += DeletionStep) {
     SC_HANDLE service = OpenDriver(SERVICE_QUERY_STATUS);
@@ -175,7 +175,7 @@ DWORD WaitUntilGone() {
   return ERROR_SERVICE_MARKED_FOR_DELETE;
 }
 
-// Also deletes a driver that does not stop: it goes once the last program has closed the device.
+// Also deletes a driver that does not stop. It is removed when the last program closes the device.
 DWORD StopAndDelete(SC_HANDLE service) {
   const DWORD error = CheckOwner(service);
   if (error != 0) return error;
@@ -186,7 +186,7 @@ DWORD StopAndDelete(SC_HANDLE service) {
   return stopError;
 }
 
-// Installing and removing are for one a8000ctl at a time. Returns null where others do not end.
+// Only one a8000ctl installs or removes at a time. Returns null if another one does not end.
 HANDLE TakeTurn() {
   HANDLE turn = CreateMutexA(nullptr, FALSE, "Global\\a8000ctl");
   if (turn == nullptr) {

@@ -1,15 +1,15 @@
-// The driver as an entry of the service control manager. Each function says on standard error what
-// went wrong and then returns false.
+// The driver as an entry of the service control manager. On failure each
+// function prints on standard error what went wrong and returns false.
 #pragma once
 
-// Lies beside the control program. A service whose image has another name is left alone.
+// The driver file beside the control program. A service with another image is not touched.
 constexpr char DriverFile[] = "a8000sim.sys";
 
-// Installs the driver file, in place of one that is installed already, and starts it.
+// Installs the driver file, or replaces the one that is installed, and starts it.
 bool InstallDriver(const char* path);
 
-// Stops the driver and takes it away.
+// Stops the driver and removes it.
 bool RemoveDriver();
 
-// Says why the driver cannot be reached, with the last-error code that reaching it has met.
+// Prints why the driver cannot be reached, from the last-error code of the attempt.
 void ReportUnreachable(unsigned long error);

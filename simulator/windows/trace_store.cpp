@@ -4,7 +4,7 @@
 
 namespace {
 
-// The block that the next byte goes into; null where there is no room.
+// The block that takes the next byte; null if there is no room.
 char* CurrentBlock(TraceStore* store) {
   const uint32_t index = store->used / store->blockBytes;
   if (index == MaxTraceBlocks) return nullptr;

@@ -5,7 +5,7 @@
 
 #include "simulator/trace.h"
 
-// Memory of the host. `allocate` returns null where there is none.
+// Memory of the host. `allocate` returns null if there is none.
 struct HostMemory {
   void* (*allocate)(uint64_t size);
   void (*release)(void* memory);
@@ -22,7 +22,7 @@ struct TraceStore {
   uint32_t lineStart;
 };
 
-// A sink that keeps what it is given. It has no room where there is no memory.
+// A sink that keeps what it gets. Without memory it has no room.
 TraceSink TraceStoreSink(TraceStore* store);
 
 // Copies what is recorded from `offset` on. Returns the number of bytes, at most `room`.

@@ -148,7 +148,7 @@ def main(build, objdump, *compiler):
         for tool in (f"{program}/wlanx.exe", f"{engineering}/wlanx-eng.exe"):
             assert run(tool, "get_mac_add")[-1] == "MAC Address: 02-A8-00-5C-1D-42"
         for document in ("commands.md", "usage-texts.md", "engineering-commands.md",
-                         "driver-protocol.md", "wtbl-example.md"):
+                         "driver-protocol.md"):
             check_examples(engineering, f"docs/{document}")
         check_batch_files(engineering)
         run(f"{engineering}/a8000ctl.exe", "scenario", f"{engineering}/scenarios/refusal.a8000")

@@ -93,7 +93,7 @@ def main(pwsh, programs):
     texts = [read(path) for path in paths]
     problems = []
     with tempfile.TemporaryDirectory() as folder:
-        for name in ("wlanx", "wlanx-eng"):
+        for name in ("wlanx", "wlanx-eng", "wlanx-json"):
             os.symlink(os.path.join(os.path.abspath(programs), name), f"{folder}/{name}")
         for text in texts:
             if "```powershell" in text:

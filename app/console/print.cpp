@@ -1,7 +1,5 @@
 #include "app/console/print.h"
 
-#include <cstdarg>
-
 void ConsolePrintf(const char* format, ...) {
   va_list values;
   va_start(values, format);
@@ -20,12 +18,19 @@ void FilePrintf(FILE* file, const char* format, ...) {
   va_end(values);
 }
 
-int BoundedPrintf(char* text, size_t size, const char* format, ...) {
+size_t BoundedPrintf(char* text, size_t size, const char* format, ...) {
   va_list values;
   va_start(values, format);
-  const int length = vsnprintf(text, size, format, values);
+  const size_t length = BoundedVprintf(text, size, format, values);
   va_end(values);
   return length;
+}
+
+size_t BoundedVprintf(char* text, size_t size, const char* format, va_list values) {
+  // Runtimes differ in what they return for a text that is cut, and in whether they end it.
+  const int length = vsnprintf(text, size, format, values);
+  text[size - 1] = 0;
+  return length < 0 || static_cast<size_t>(length) >= size ? size : static_cast<size_t>(length);
 }
 
 void ConsoleFlush() {

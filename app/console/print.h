@@ -1,6 +1,7 @@
 // Formatted output by the C runtime. Formats are checked against what the host's one has.
 #pragma once
 
+#include <cstdarg>
 #include <cstddef>
 #include <cstdio>
 
@@ -23,10 +24,10 @@ void ConsoleText(const char* text);
 // Prints into an open file.
 void FilePrintf(FILE* file, const char* format, ...) PRINTF_LIKE(2, 3);
 
-// Formats into `text`, writing at most `size` bytes including the terminating zero (nothing when
-// size is 0); the bytes after the zero are not defined. Returns the length that the whole
-// text needs, without its zero.
-int BoundedPrintf(char* text, size_t size, const char* format, ...) PRINTF_LIKE(3, 4);
+// Formats into `text`, which has `size` bytes, and ends it with a zero. Returns the length of what
+// stands there, or `size` if the text was cut.
+size_t BoundedPrintf(char* text, size_t size, const char* format, ...) PRINTF_LIKE(3, 4);
+size_t BoundedVprintf(char* text, size_t size, const char* format, va_list values);
 
 // Writes out everything printed so far. A write that fails loses that output and nothing else.
 void ConsoleFlush();

@@ -1,5 +1,4 @@
 // `coex_info`: the report about how Wi-Fi and Bluetooth share the antenna.
-#include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 
@@ -37,18 +36,17 @@ constexpr uint32_t CoexInfoSelector = 0x81;
 // The report as far as it is built.
 struct CoexText {
   char text[1024];
-  size_t used;  // length of all that was appended; more than the size after something was cut
+  size_t used;  // length of the text; the whole size after something was cut
 };
 
 // A text that does not fit is cut, and later ones are dropped.
 PRINTF_LIKE(2, 3) void CoexAppend(CoexText* report, const char* format, ...) {
-  if (report->used >= sizeof(report->text)) return;
+  const size_t room = sizeof(report->text) - report->used;
+  if (room == 0) return;
   va_list values;
   va_start(values, format);
-  const int length =
-      vsnprintf(report->text + report->used, sizeof(report->text) - report->used, format, values);
+  report->used += BoundedVprintf(report->text + report->used, room, format, values);
   va_end(values);
-  if (length > 0) report->used += static_cast<size_t>(length);
 }
 
 void AppendBtProfile(CoexText* report, const char* label, const uint8_t* value) {

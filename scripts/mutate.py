@@ -165,8 +165,8 @@ class Place:
         yield [f"{build}/tests/unit_tests"]
         yield [f"{build}/tests/handlers_test"]
         yield from cases[len(near):]
-        for name in ("faults.py", "check_documents.py"):
-            yield ["python3", f"{tests}/{name}", "--programs", build]
+        for path in ("tests/faults.py", "scripts/check_documents.py"):
+            yield ["python3", os.path.join(self.tree, path), "--programs", build]
 
     def noticed(self, build, near):
         return not all(self.quiet(command) for command in self.test_commands(build, near))

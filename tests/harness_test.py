@@ -13,7 +13,7 @@ from run_cases import ROOT, read_cases
 
 CASES = os.path.join(ROOT, "tests", "wrong.cases")
 COMMANDS = ["scripts/check_commands.py"]
-DOCUMENTS = ["tests/check_documents.py", "--programs", os.path.abspath(sys.argv[1])]
+DOCUMENTS = ["scripts/check_documents.py", "--programs", os.path.abspath(sys.argv[1])]
 EXAMPLE, PROTOCOL = "docs/commands.md", "docs/driver-protocol.md"
 
 # A check; a file, what is replaced in it and by what; what has to be reported.

@@ -16,9 +16,11 @@ import unittest
 
 import jsonschema
 
-import check_documents
 import run_cases
 from run_cases import ROOT, STARTER
+
+sys.path.append(os.path.join(ROOT, "scripts"))
+import check_documents  # noqa: E402
 
 BANNER = b"\nWLANX tool, Version 1.00.00.0070\nA notice.\n\n"
 SCHEMA = jsonschema.Draft202012Validator(

@@ -10,9 +10,11 @@ import sys
 import tempfile
 import zipfile
 
-import check_documents
 import programs
-from run_cases import BANNER, SHOWN_VERSION, STARTER, VERSION, differences, lines_of
+from run_cases import BANNER, ROOT, SHOWN_VERSION, STARTER, VERSION, differences, lines_of
+
+sys.path.append(os.path.join(ROOT, "scripts"))
+import check_documents  # noqa: E402
 
 
 # A line for cmd, and how what it prints ends: with an adapter, with one that refuses everything, and

@@ -19,12 +19,13 @@ import subprocess
 import sys
 import tempfile
 
-import programs
-from run_cases import BANNER, ROOT, TRACED, differences, lines_of, unescape
+from tree_files import ROOT
 
-sys.path.append(os.path.join(ROOT, "packaging"))
+sys.path += [os.path.join(ROOT, "tests"), os.path.join(ROOT, "packaging")]
 import pages  # noqa: E402
+import programs  # noqa: E402
 from protocol_header import declared_records, documented_records, header, rows  # noqa: E402
+from run_cases import BANNER, TRACED, differences, lines_of, unescape  # noqa: E402
 
 FENCE = re.compile(r"^```(\w*) ?([\w.-]*)\n(.*?)^```$", re.M | re.S)
 PROTOCOL = "docs/driver-protocol.md"

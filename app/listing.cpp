@@ -6,7 +6,7 @@
 #include "app/usage.h"
 
 void PrintUsageListing(const char* programPath) {
-  ProgramName program;
+  ProgramName program = {};
   ProgramBaseName(programPath, program.Name);
   BoundedPrintf(program.Column, sizeof(program.Column), "%20s", program.Name);
   ConsolePrintf("%s [parameters...]\n", program.Name);

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int BinaryFlag = O_BINARY;
+constexpr int NewFile = O_WRONLY | O_CREAT | O_EXCL | O_BINARY;
 constexpr int Signals[] = {SIGINT, SIGTERM};
 
 bool Rename(const char* from, const char* to) {
@@ -48,7 +48,7 @@ bool IsSameFile(const char* name, const char* other) {
 
 namespace {
 
-constexpr int BinaryFlag = 0;
+constexpr int NewFile = O_WRONLY | O_CREAT | O_EXCL;
 constexpr int Signals[] = {SIGINT, SIGTERM, SIGHUP, SIGXFSZ};
 
 bool Rename(const char* from, const char* to) {
@@ -91,7 +91,7 @@ bool WriteAndRename(const char* name, const char* bytes, size_t size) {
     errno = ENAMETOOLONG;
     return false;
   }
-  const int file = open(part, O_WRONLY | O_CREAT | O_EXCL | BinaryFlag, 0666);
+  const int file = open(part, NewFile, 0666);
   if (file < 0) return false;
   if (Fill(file, bytes, size) && Rename(part, name)) return true;
   const int error = errno;

@@ -10,7 +10,6 @@
 namespace {
 
 constexpr uint32_t ErrorInvalidFunction = 1;
-constexpr uint32_t ErrorFileNotFound = 2;
 constexpr uint32_t ErrorInvalidParameter = 87;
 constexpr uint32_t ErrorInsufficientBuffer = 122;
 

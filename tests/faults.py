@@ -71,6 +71,17 @@ class Faults(unittest.TestCase):
                 self.assertEqual(output.decode().split("\n\n", 1)[1], printed)
                 self.assertEqual(self.trace(), "open ok\nclose ok\n")
 
+    def test_negative_length(self):
+        """It is sent as it stands. The trace has no room for such a call."""
+        scenario = os.path.join(self.folder, "length.a8000")
+        with open(scenario, "w") as file:
+            file.write("0xFFFCF100 len=4294967295 error=87 returned=9\n")
+        code, output, _ = self.run_tool(["oid_len_test", "-1"], program="wlanx-eng",
+                                        variables={"A8000_SCENARIO": scenario})
+        self.assertEqual((code, output.decode().split("\n\n", 1)[1]), (
+            0, "size = -1\nError in DeviceIoControl : 87\nbytesReturned = 9, Input size=-1\n"))
+        self.assertTrue(self.trace().startswith("open ok\nclose ok\n# calls left out"), self.trace())
+
     def test_output_is_lost(self):
         """Closed, full, or without a reader: only the output is lost."""
         read_end, write_end = os.pipe()

@@ -521,17 +521,18 @@ int HandleGetDfsStateCommand(int argc, char** argv) {
 // `oid_len_test`: finds out whether the driver takes a payload of some length.
 int HandleOidLenTestCommand(int argc, char** argv) {
   if (argc != 3) return InvalidParameters(1);
-  int size = ArgumentNumber(argv[2]);
+  const int size = ArgumentNumber(argv[2]);
+  const auto length = static_cast<uint32_t>(size);  // a negative size is sent as it stands
   ConsolePrintf("size = %d\n", size);
   uint8_t fixedArea[128] = {};
   void* heapArea = nullptr;
-  if (size < 0 || static_cast<size_t>(size) > sizeof(fixedArea)) {
-    heapArea = size < 0 ? nullptr : calloc(1, static_cast<size_t>(size));
+  if (length > sizeof(fixedArea)) {
+    heapArea = calloc(1, length);
     if (heapArea == nullptr) return OutOfMemory(0);
   }
   uint32_t returned = 0;
   void* area = heapArea != nullptr ? heapArea : fixedArea;
-  bool accepted = OidRequest(OidLengthTest, area, static_cast<uint32_t>(size), &returned);
+  const bool accepted = OidRequest(OidLengthTest, area, length, &returned);
   if (!accepted) {
     PrintRequestErrorLine();
     ConsolePrintf("bytesReturned = %d, Input size=%d\n", static_cast<int>(returned), size);

@@ -280,7 +280,9 @@ bool TakeComment(Redactor* redactor, const char* comment, uint32_t size) {
 
 bool TakeLine(Redactor* redactor, const char* line, uint32_t size) {
   Redaction* redaction = redactor->redaction;
-  if (size > 0 && line[size - 1] == '\r') size--;
+  // The parser takes off a carriage return of its own: it is given the line as it ends.
+  const uint32_t ending = size > 0 && line[size - 1] == '\r' ? 1 : 0;
+  size -= ending;
   for (; size > 0 && IsBlank(*line); size--) line++;
   if (size == 0) return true;
   if (size > MaxLineBytes) return Fail(redactor, "line is longer than 1 MiB");
@@ -289,7 +291,7 @@ bool TakeLine(Redactor* redactor, const char* line, uint32_t size) {
   ScenarioSizes sizes = {};
   Scenario scenario = {};
   const uint32_t number = redaction->error.line;
-  redaction->error = Parse(redactor, line, size, &sizes, &scenario);
+  redaction->error = Parse(redactor, line, size + ending, &sizes, &scenario);
   redaction->error.line = number;
   if (redaction->error.what != nullptr) return false;
   if (sizes.rules > 0) {

@@ -126,6 +126,7 @@ TEST(Redact, RefusesWhatNoTraceHolds) {
       {"0xFFFCF105 len=1 if 1:00 ok 1:00 times=1", "not a line of a trace"},
       {"0xFFFCF105 len=4 if 0:00*4 ok 0:00*4 times=1", "not a line of a trace"},
       {"0xFFFCF105 len=1 if 0:00 ok 0:00 0:01 times=1", "not a line of a trace"},
+      {"\r\r", "unknown statement"},
       {"5", "outcome expected"}};
   for (const auto& [line, what] : cases) {
     EXPECT_EQ(Redact({"open ok", std::string("open ok\n") + line}), std::string("1:2: ") + what);

@@ -71,6 +71,9 @@ class Faults(unittest.TestCase):
                 self.assertEqual(output.decode().split("\n\n", 1)[1], printed)
                 self.assertEqual(self.trace(), "open ok\nclose ok\n")
 
+    def test_help_ignores_further_words(self):
+        self.assertEqual(self.run_tool(["help", "stat", ""]), self.run_tool(["help"]))
+
     def test_negative_length(self):
         """It is sent as it stands. The trace has no room for such a call."""
         scenario = os.path.join(self.folder, "length.a8000")

@@ -117,7 +117,7 @@ class Place:
         """Whether it succeeds; False too where it does not end."""
         def limits():
             if not any(self.sanitized in word for word in command):  # it reserves terabytes
-                resource.setrlimit(resource.RLIMIT_AS, (4 << 30, 4 << 30))
+                resource.setrlimit(resource.RLIMIT_AS, (8 << 30, 8 << 30))  # a test asks for 4 GiB
             resource.setrlimit(resource.RLIMIT_FSIZE, (256 << 20, 256 << 20))
         process = subprocess.Popen(command, cwd=self.folder, env={
             **os.environ, "TMPDIR": self.folder, "TEST_TMPDIR": self.folder},

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Makes the fuzz programs' first inputs from what the tree holds: every run of the cases, with the
-answers that it got; every scenario; a few argument texts. Also checks that scan_fuzz.cpp knows
-every format that is in use.
+answers that it got and with what it printed; every scenario; a few argument texts. Also checks that
+scan_fuzz.cpp knows every format that is in use.
 
   make_seeds.py PROGRAMS FOLDER    PROGRAMS: the folder of the built programs
 """
@@ -39,18 +39,35 @@ def answers_of(trace):
     return data
 
 
+def case_runs():
+    for path in sorted(glob.glob(os.path.join(ROOT, "tests", "cases", "*.cases"))):
+        for case in run_cases.read_cases(path):
+            yield from ((case, run) for run in case.runs if run.words)
+
+
 def reply_seeds(programs):
     """For each run of the cases: what replies_fuzz.cpp takes, and its trace."""
     rows = [name.lower() for _, name in command_rows(TOOL) + command_rows(ENGINEERING)]
-    for path in sorted(glob.glob(os.path.join(ROOT, "tests", "cases", "*.cases"))):
-        for case in run_cases.read_cases(path):
-            for run in case.runs:
-                if not run.words or run.words[0].lower() not in rows:
-                    continue
-                with tempfile.TemporaryDirectory() as folder:
-                    trace = trace_of(programs, case, run, folder)
-                    yield (bytes([rows.index(run.words[0].lower()), 0]) +
-                           " ".join(run.words[1:]).encode() + b"\n" + answers_of(trace), trace)
+    for case, run in case_runs():
+        if run.words[0].lower() not in rows:
+            continue
+        with tempfile.TemporaryDirectory() as folder:
+            trace = trace_of(programs, case, run, folder)
+            yield (bytes([rows.index(run.words[0].lower()), 0]) +
+                   " ".join(run.words[1:]).encode() + b"\n" + answers_of(trace), trace)
+
+
+def output_seeds():
+    """For each run of the cases what json_fuzz.cpp takes: of a report its text."""
+    rules = re.search(r"Rules\[\] = \{\n(.*?)\n\};", read("json/forms.cpp"), re.S)[1]
+    names = [name for text in re.findall(r'"([^"]*)"', rules) for name in text.lower().split()]
+    for _, run in case_runs():
+        if run.words[0].lower() not in names:
+            continue
+        flags = {0: 1, 1: 2, 3: 3}[run.status] + 8 * (run.edition == "wlanx-eng")
+        head, arguments = names.index(run.words[0].lower()), " ".join(run.words[1:]).encode()
+        for more, text in [(0, run.output), *((32, report) for report in run.files.values())]:
+            yield bytes([head, flags + more]) + arguments + b"\n" + text
 
 
 def trace_of(programs, case, run, folder):
@@ -88,6 +105,7 @@ def main():
         "replies_fuzz": replies,
         "scenario_fuzz": traces | {read(path).encode("latin-1") for path in
                                    glob.glob("simulator/scenarios/*.a8000", root_dir=ROOT)},
+        "json_fuzz": set(output_seeds()),
         "scan_fuzz": {bytes([index]) + text.encode() for index in range(formats)
                       for text in ARGUMENTS},
     }

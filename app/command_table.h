@@ -5,6 +5,10 @@
 
 #include "commands/command.h"
 
+// Keys of commands whose handlers send other codes.
+constexpr uint32_t KeyOfSetPcieDriving = 0xFFFCF115;
+constexpr uint32_t KeyOfExportRssiReport = 0x0FFFC20E;
+
 struct CommandEntry {
   uint32_t Oid;   // key of the usage text; what a handler sends is in the handler
   char Name[36];  // the command word

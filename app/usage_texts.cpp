@@ -1,5 +1,9 @@
 #include "app/usage_texts.h"
 
+#include "app/command_table.h"
+#include "channel/oid.h"
+#include "commands/internal/internal_oid.h"
+
 namespace {
 
 using enum UsageLayout;
@@ -451,66 +455,68 @@ constexpr UsageLine Uwtbl[] = {
 
 // clang-format on
 
+constexpr uint32_t KeyOfSetDfsState = 0xFFFCF111;  // no command has it
+
 template <int Count>
 constexpr UsageText TextOf(uint32_t oid, const UsageLine (&lines)[Count],
                            UsageEnding ending = UsageEnding::EmptyLine,
                            const char* name = nullptr) {
-  return {oid, ending, Count, lines, name};
+  return {.Oid = oid, .Ending = ending, .LineCount = Count, .Lines = lines, .Name = name};
 }
 
 }  // namespace
 
 constexpr UsageText UsageTexts[] = {
-    TextOf(0xFFFCF005, Stat),
-    TextOf(0xFFFCF101, FixedRate, UsageEnding::EmptyLine, "fixedrate"),
-    TextOf(0xFFFCF102, WordAlone, UsageEnding::None),  // get_wfd
-    TextOf(0x0FFFC203, GetUmac),
-    TextOf(0xFFFCF014, Country),
-    TextOf(0xFFFCF016, Rf),
-    TextOf(0xFFFCF01F, TRx),
-    TextOf(0xFFFCF017, Sar),
-    TextOf(0xFFFCF018, TxHangCounter),
-    TextOf(0xFFFCF01C, Sniffer),
-    TextOf(0xFFFCF01D, GetLp),
-    TextOf(0xFFFCF104, Ics),
-    TextOf(0xFFFCF107, NonMs),
-    TextOf(0xFFFCF108, Setreg),
-    TextOf(0xFFFCF109, Getreg),
-    TextOf(0xFFFCF115, SetPcieDriving),
-    TextOf(0x0FFFC20D, WordAlone),  // get_fw_ver
-    TextOf(0x0FFFC20E, ExportRssiReport),
-    TextOf(0xFFFCF116, Pcie),
-    TextOf(0xFFFCF101, IndexAndValue),  // set_id_value
-    TextOf(0xFFFCF10F, BypassCac),
-    TextOf(0xFFFCF10D, RadarDetect),
-    TextOf(0xFFFCF10E, RddDbdc),
-    TextOf(0xFFFCF106, IndexAndValue),  // deep_sleep_cnt
-    TextOf(0xFFFCF015, DynamicDtim),
-    TextOf(0xFFFCF011, GetCoexTp),
-    TextOf(0xFFFCF010, SetCoexTp),
-    TextOf(0xFFFCF001, Wtbl, UsageEnding::EmptyLine, "wtbl"),
-    TextOf(0xFFFCF001, HwRead),
-    TextOf(0xFFFCF002, HwWrite),
-    TextOf(0xFFFCF008, GetDbgLevel, UsageEnding::NextText),
-    TextOf(0xFFFCF009, SetDbgLevel),
-    TextOf(0xFFFCF00B, GetCs),
-    TextOf(0xFFFCF00C, SetCs),
-    TextOf(0xFFFCF01A, GetSrCap),
-    TextOf(0xFFFCF01B, GetSrInd),
-    TextOf(0xFFFCF019, SetSr),
-    TextOf(0x0FFFC20B, Listen6g),
-    TextOf(0x0FFFC200, SetAxCfg),
-    TextOf(0x0FFFC205, AxBasize),
-    TextOf(0xFFFCF004, FwLog),
-    TextOf(0xFFFCF10C, GetCacTime),
-    TextOf(0xFFFCF10B, GetDfsState),
-    TextOf(0x0FFFC20F, TpTestMode),
-    TextOf(0xFFFCF111, SetDfsState),
-    TextOf(0xFFFCF01E, Efuse),
-    TextOf(0xFFFCF007, WordAlone),  // get_n9_ver
-    TextOf(0xFFFCF00A, StaStat),
-    TextOf(0xFFFCF003, CoexInfo),
-    TextOf(0xFFFCF10A, Uwtbl),
+    TextOf(OidResetStatistics, Stat),
+    TextOf(OidFixedRate, FixedRate, UsageEnding::EmptyLine, "fixedrate"),
+    TextOf(OidWfdText, WordAlone, UsageEnding::None),
+    TextOf(OidUmacDump, GetUmac),
+    TextOf(OidCountryPower, Country),
+    TextOf(OidRssiCheck, Rf),
+    TextOf(OidTRxMode, TRx),
+    TextOf(OidAcpiTable, Sar),
+    TextOf(OidTxHangCounters, TxHangCounter),
+    TextOf(OidSniffer, Sniffer),
+    TextOf(OidLowPowerInfo, GetLp),
+    TextOf(OidIcs, Ics),
+    TextOf(OidNonMsLowPower, NonMs),
+    TextOf(OidSetRegistry, Setreg),
+    TextOf(OidGetRegistry, Getreg),
+    TextOf(KeyOfSetPcieDriving, SetPcieDriving),
+    TextOf(OidBluetoothVersion, WordAlone),  // get_fw_ver
+    TextOf(KeyOfExportRssiReport, ExportRssiReport),
+    TextOf(OidGenSwitch, Pcie),
+    TextOf(OidSetIdValue, IndexAndValue),
+    TextOf(OidBypassCac, BypassCac),
+    TextOf(OidRadarDetect, RadarDetect),
+    TextOf(OidRddDbdc, RddDbdc),
+    TextOf(OidDeepSleepCount, IndexAndValue),
+    TextOf(OidDynamicDtim, DynamicDtim),
+    TextOf(OidGetCoexTp, GetCoexTp),
+    TextOf(OidSetCoexTp, SetCoexTp),
+    TextOf(OidReadRegister, Wtbl, UsageEnding::EmptyLine, "wtbl"),
+    TextOf(OidReadRegister, HwRead),
+    TextOf(OidWriteRegister, HwWrite),
+    TextOf(OidGetDebugLevel, GetDbgLevel, UsageEnding::NextText),
+    TextOf(OidSetDebugLevel, SetDbgLevel),
+    TextOf(OidReadConfigSpace, GetCs),
+    TextOf(OidWriteConfigSpace, SetCs),
+    TextOf(OidSpatialReuseCap, GetSrCap),
+    TextOf(OidSpatialReuseInd, GetSrInd),
+    TextOf(OidSetSpatialReuse, SetSr),
+    TextOf(Oid6gListen, Listen6g),
+    TextOf(OidSetAxConfig, SetAxCfg),
+    TextOf(OidAxBaSize, AxBasize),
+    TextOf(OidFwLog, FwLog),
+    TextOf(OidCacTime, GetCacTime),
+    TextOf(OidDfsState, GetDfsState),
+    TextOf(OidTpTestMode, TpTestMode),
+    TextOf(KeyOfSetDfsState, SetDfsState),
+    TextOf(OidEfuse, Efuse),
+    TextOf(OidFirmwareVersion, WordAlone),  // get_n9_ver
+    TextOf(OidStaStat, StaStat),
+    TextOf(OidCoexInfo, CoexInfo),
+    TextOf(OidUwtblSummary, Uwtbl),
 };
 
 constexpr int UsageTextCount = sizeof(UsageTexts) / sizeof(UsageTexts[0]);

@@ -102,7 +102,7 @@ def record_problems():
 
 def main():
     problems, total = [], 0
-    texts = re.findall(r'^ *TextOf\((0x[0-9A-F]{8}|Oid\w+),[^"\n]*(?:"(\w+)")?\)', read(TEXTS), re.M)
+    texts = re.findall(r'^ *TextOf\((\w+),[^"\n]*(?:"(\w+)")?\)', read(TEXTS), re.M)
     for own in (TOOL, ENGINEERING):
         found = command_rows(own)
         total += len(found)

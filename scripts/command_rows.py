@@ -11,6 +11,6 @@ TOOL, ENGINEERING = "app/command_table.cpp", "app/internal_rows.inc"
 def command_rows(path):
     """The key of the usage text and the name of each row, in the table's order."""
     with open(os.path.join(ROOT, path), encoding="utf-8") as file:
-        found = re.findall(r'^ *\{(0x[0-9A-F]{8}|Oid\w+), "(\w+)",', file.read(), re.M)
+        found = re.findall(r'^ *\{(\w+), "(\w+)",', file.read(), re.M)
     assert found, f"{path}: no row was found here"
     return found

@@ -18,7 +18,7 @@ EXAMPLE, PROTOCOL = "docs/commands.md", "docs/driver-protocol.md"
 
 # A check; a file, what is replaced in it and by what; what has to be reported.
 WRONG = (
-    (COMMANDS, "app/usage_texts.cpp", "TextOf(0x0FFFC20D, WordAlone),", "",
+    (COMMANDS, "app/usage_texts.cpp", "TextOf(OidBluetoothVersion, WordAlone),", "",
      "get_fw_ver of app/command_table.cpp wants a text"),
     (COMMANDS, EXAMPLE, "### get_lp\n", "", f"{EXAMPLE}: get_lp of app/command_table.cpp wants"),
     (COMMANDS, "CHANGELOG.md", "`wtbl`", "", "CHANGELOG.md: wtbl of app/internal_rows.inc wants"),

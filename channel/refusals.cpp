@@ -1,4 +1,4 @@
-#include "channel/request_errors.h"
+#include "channel/refusals.h"
 
 #include "app/console/print.h"
 #include "channel/driver_channel.h"
@@ -29,12 +29,30 @@ const char* AdviceFor(uint32_t code) {
 
 }  // namespace
 
-void PrintRequestError() {
-  ConsolePrintf("Error in DeviceIoControl : %d", static_cast<int>(DeviceError()));
+int PrintInvalidParameters(int result) {
+  ConsolePrintf("Invalid parameters\n");
+  return result;
 }
 
-void PrintRequestErrorLine() {
-  ConsolePrintf("Error in DeviceIoControl : %d\n", static_cast<int>(DeviceError()));
+int PrintIncorrectParameters() {
+  ConsolePrintf("Error: Parameters are not correct!!\n");
+  return 1;
+}
+
+int PrintOutOfMemory(int result) {
+  ConsolePrintf("Allocated memory failed\n");
+  return result;
+}
+
+int PrintRequestError(int result) {
+  ConsolePrintf("Error in DeviceIoControl : %d", static_cast<int>(DeviceError()));
+  return result;
+}
+
+int PrintRequestErrorLine(int result) {
+  PrintRequestError();
+  ConsolePrintf("\n");
+  return result;
 }
 
 void PrintDriverErrorAdvice(uint32_t code) {

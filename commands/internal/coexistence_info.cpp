@@ -5,9 +5,9 @@
 #include "app/console/print.h"
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
+#include "channel/refusals.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/internal_oid.h"
-#include "commands/refusals.h"
 
 namespace {
 
@@ -137,10 +137,10 @@ void FormatCoexInfo(const CoexInfoResponse& info) {
 }  // namespace
 
 int HandleCoexInfoCommand(int argc, char** argv) {
-  if (argc != 3 || !EqualsIgnoreCase(argv[2], "0x81")) return InvalidParameters(0);
+  if (argc != 3 || !EqualsIgnoreCase(argv[2], "0x81")) return PrintInvalidParameters(0);
   CoexInfoRequest info = {};
   info.selector = CoexInfoSelector;
-  if (!OidRequest(OidCoexInfo, &info)) return RequestRefused(0);
+  if (!OidRequest(OidCoexInfo, &info)) return PrintRequestError(0);
   FormatCoexInfo(info);
   return 1;
 }

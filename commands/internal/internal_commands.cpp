@@ -9,11 +9,10 @@
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
-#include "channel/request_errors.h"
+#include "channel/refusals.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/internal_oid.h"
 #include "commands/internal/internal_row.h"
-#include "commands/refusals.h"
 
 using enum ValueKind;
 
@@ -124,15 +123,12 @@ constexpr const char* CoexTpLines[] = {
 }  // namespace
 
 int HandleSetCoexTpCommand(int argc, char** argv) {
-  if (argc != 3) return InvalidParameters(1);
+  if (argc != 3) return PrintInvalidParameters(1);
   CoexTpParam param = {};
   param.state = static_cast<uint8_t>(ArgumentNumber(argv[2]));
-  if (param.state > 2) return InvalidParameters(0);
+  if (param.state > 2) return PrintInvalidParameters(0);
   ConsolePrintf("%s", CoexTpLines[param.state]);
-  if (!OidRequest(OidSetCoexTp, &param)) {
-    PrintRequestErrorLine();
-    return 0;
-  }
+  if (!OidRequest(OidSetCoexTp, &param)) return PrintRequestErrorLine(0);
   return 1;
 }
 
@@ -200,7 +196,7 @@ int HandleGetCsCommand(int argc, char** argv) {
   if (!EqualsIgnoreCase(argv[1], "get_cs")) return 1;
   ConfigSpaceParam param = {};
   ScanArgument(argv[2], "0x%08x", &param.offset);
-  if (!OidRequest(OidReadConfigSpace, &param)) return RequestRefused(0);
+  if (!OidRequest(OidReadConfigSpace, &param)) return PrintRequestError(0);
   ConsolePrintf("PCIe Configuration Space Read Offset 0x%x = 0x%08x\n", param.offset, param.value);
   return 1;
 }
@@ -214,12 +210,12 @@ int HandleSetCsCommand(int argc, char** argv) {
   ConfigSpaceParam param = {};
   ScanArgument(argv[2], "0x%08x", &param.offset);
   ScanArgument(argv[3], "0x%08x", &param.value);
-  if (!OidRequest(OidWriteConfigSpace, &param)) return RequestRefused(0);
+  if (!OidRequest(OidWriteConfigSpace, &param)) return PrintRequestError(0);
   ConsolePrintf("PCIe Configuration Space Write Offset 0x%08x = 0x%08x\n", param.offset,
                 param.value);
   // The value is read back into the same record, at the offset that the driver confirmed.
   param.value = 0;
-  if (!OidRequest(OidReadConfigSpace, &param)) return RequestRefused(0);
+  if (!OidRequest(OidReadConfigSpace, &param)) return PrintRequestError(0);
   ConsolePrintf("PCIe Configuration Space Read Offset 0x%08x = 0x%08x\n", param.offset,
                 param.value);
   return 1;
@@ -251,9 +247,9 @@ static_assert(offsetof(SpatialReuseCap, fgSrEn) == 8);
 
 int HandleGetSrCapCommand(int argc, char** argv) {
   ConsolePrintf("argv[1] = %s\n", argv[1]);
-  if (argc != 2) return InvalidParameters(0);
+  if (argc != 2) return PrintInvalidParameters(0);
   SpatialReuseCap cap = {};
-  if (!OidRequest(OidSpatialReuseCap, &cap)) return RequestRefused(0);
+  if (!OidRequest(OidSpatialReuseCap, &cap)) return PrintRequestError(0);
   ConsolePrintf("========== SR CAP ==========\n");
   ConsolePrintf("fgSrEn = %d fgSrgEn = %d\n", cap.fgSrEn, cap.fgSrgEn);
   ConsolePrintf("fgNonSrgEn = %d fgSingleMdpuRtsctsEn = %d\n", cap.fgNonSrgEn,
@@ -297,9 +293,9 @@ static_assert(offsetof(SpatialReuseInd, SrAmpduMpduCnt) == 24);
 
 int HandleGetSrIndCommand(int argc, char** argv) {
   ConsolePrintf("argv[1] = %s\n", argv[1]);
-  if (argc != 2) return InvalidParameters(0);
+  if (argc != 2) return PrintInvalidParameters(0);
   SpatialReuseInd ind = {};
-  if (!OidRequest(OidSpatialReuseInd, &ind)) return RequestRefused(0);
+  if (!OidRequest(OidSpatialReuseInd, &ind)) return PrintRequestError(0);
   ConsolePrintf("======== SR INDICATOR ========\n");
   ConsolePrintf("NonSrgInterPpduRcpi = %x SrgInterPpduRcpi = %x\n", ind.NonSrgInterPpduRcpi,
                 ind.SrgInterPpduRcpi);
@@ -340,7 +336,7 @@ static_assert(offsetof(ListenParam, channel) == 1);
 }  // namespace
 
 int Handle6gListenCommand(int argc, char** argv) {
-  if (argc != 4) return InvalidParameters(0);
+  if (argc != 4) return PrintInvalidParameters(0);
   ListenParam param = {};
   ScanArgument(argv[2], "%2hhd", &param.enable);
   ScanArgument(argv[3], "%2hhd", &param.channel);
@@ -350,7 +346,7 @@ int Handle6gListenCommand(int argc, char** argv) {
     ConsolePrintf("Invalid parameter : Enable %d", param.enable);
     return 0;
   }
-  return OidRequest(Oid6gListen, &param) ? 1 : RequestRefused(0);
+  return OidRequest(Oid6gListen, &param) ? 1 : PrintRequestError(0);
 }
 
 // `set_ax_cfg`: the bits of the AX configuration.
@@ -378,7 +374,7 @@ constexpr uint16_t AxBaSizeLimit = 256;
 }  // namespace
 
 int HandleAxBasizeCommand(int argc, char** argv) {
-  if (argc != 4) return InvalidParameters(0);
+  if (argc != 4) return PrintInvalidParameters(0);
   AxBaSizeParam param = {};
   ScanArgument(argv[2], "%hd", &param.u2TxHeBaSize);
   ScanArgument(argv[3], "%hd", &param.u2RxHeBaSize);
@@ -388,7 +384,7 @@ int HandleAxBasizeCommand(int argc, char** argv) {
     return 1;
   }
   ConsolePrintf("u2TxHeBaSize = %d, u2RxHeBaSize = %d\n", param.u2TxHeBaSize, param.u2RxHeBaSize);
-  return OidRequest(OidAxBaSize, &param) ? 1 : RequestRefused(0);
+  return OidRequest(OidAxBaSize, &param) ? 1 : PrintRequestError(0);
 }
 
 // `set_bcc`: the BCC setting.
@@ -413,14 +409,14 @@ static_assert(sizeof(FwLogParam) == 4);
 }  // namespace
 
 int HandleFwLogCommand(int argc, char** argv) {
-  if (argc != 4) return InvalidParameters(1);
+  if (argc != 4) return PrintInvalidParameters(1);
   auto control = static_cast<uint8_t>(ArgumentNumber(argv[2]));
   FwLogParam param = {};
   param.target = static_cast<uint8_t>(ArgumentNumber(argv[3]));
-  if (control != 0 || param.target < 1 || param.target > 2) return InvalidParameters(0);
+  if (control != 0 || param.target < 1 || param.target > 2) return PrintInvalidParameters(0);
   ConsolePrintf("Configure FW log output\n");
   ConsolePrintf(param.target == 1 ? "FW log output to UART\n" : "FW log output to HOST\n");
-  return OidRequest(OidFwLog, &param) ? 1 : RequestRefused(0);
+  return OidRequest(OidFwLog, &param) ? 1 : PrintRequestError(0);
 }
 
 // `pwrsave_mode`, `pwrsave`: switch power saving. They differ only in OID and limit.
@@ -428,12 +424,12 @@ namespace {
 
 // Converts the mode, prints it and sends it. A mode of `limit` or above is sent as 0.
 int SetPowerSave(uint32_t oid, uint8_t limit, int argc, char** argv) {
-  if (argc != 3) return InvalidParameters(0);
+  if (argc != 3) return PrintInvalidParameters(0);
   uint8_t mode = 0;
   ScanArgument(argv[2], "%2hhd", &mode);
   ConsolePrintf("PWRSAVE = %d\n", mode);
   if (mode >= limit) mode = 0;
-  return OidRequest(oid, &mode) ? 1 : RequestRefused(0);
+  return OidRequest(oid, &mode) ? 1 : PrintRequestError(0);
 }
 
 }  // namespace
@@ -468,11 +464,11 @@ static_assert(sizeof(UsbSpeedParam) == 4);
 }  // namespace
 
 int HandleSetUsbSpeedCommand(int argc, char** argv) {
-  if (argc != 3) return InvalidParameters(1);
+  if (argc != 3) return PrintInvalidParameters(1);
   int speed = ArgumentNumber(argv[2]);
   UsbSpeedParam param = {};
   param.speed = static_cast<uint8_t>(speed);
-  if (!OidRequest(OidSetUsbSpeed, &param)) return RequestRefused(0);
+  if (!OidRequest(OidSetUsbSpeed, &param)) return PrintRequestError(0);
   ConsolePrintf("Configure USB Speed %d\n", speed);
   return 1;
 }
@@ -511,16 +507,16 @@ constexpr size_t DfsStateCount = sizeof(DfsStates) / sizeof(DfsStates[0]);
 
 int HandleGetDfsStateCommand(int argc, char** argv) {
   ConsolePrintf("argv[0] = %s argv[1] = %s", argv[0], argv[1]);
-  if (argc != 2) return InvalidParameters(0);
+  if (argc != 2) return PrintInvalidParameters(0);
   uint8_t state = 0;
-  if (!OidRequest(OidDfsState, &state)) return RequestRefused(0);
+  if (!OidRequest(OidDfsState, &state)) return PrintRequestError(0);
   ConsolePrintf("\nDFS State: \"%s\"", state < DfsStateCount ? DfsStates[state] : "");
   return 1;
 }
 
 // `oid_len_test`: finds out whether the driver takes a payload of some length.
 int HandleOidLenTestCommand(int argc, char** argv) {
-  if (argc != 3) return InvalidParameters(1);
+  if (argc != 3) return PrintInvalidParameters(1);
   const int size = ArgumentNumber(argv[2]);
   const auto length = static_cast<uint32_t>(size);  // a negative size is sent as it stands
   ConsolePrintf("size = %d\n", size);
@@ -528,13 +524,13 @@ int HandleOidLenTestCommand(int argc, char** argv) {
   void* heapArea = nullptr;
   if (length > sizeof(fixedArea)) {
     heapArea = calloc(1, length);
-    if (heapArea == nullptr) return OutOfMemory(0);
+    if (heapArea == nullptr) return PrintOutOfMemory(0);
   }
   uint32_t returned = 0;
   void* area = heapArea != nullptr ? heapArea : fixedArea;
   const bool accepted = OidRequest(OidLengthTest, area, length, &returned);
   if (!accepted) {
-    PrintRequestErrorLine();
+    PrintRequestErrorLine(0);
     ConsolePrintf("bytesReturned = %d, Input size=%d\n", static_cast<int>(returned), size);
   }
   free(heapArea);

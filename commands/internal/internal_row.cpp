@@ -4,9 +4,8 @@
 #include "app/console/scan.h"
 #include "channel/driver_channel.h"
 #include "channel/little_endian.h"
-#include "channel/request_errors.h"
+#include "channel/refusals.h"
 #include "commands/internal/value_names.h"
-#include "commands/refusals.h"
 
 namespace {
 
@@ -68,18 +67,15 @@ int RunInternalRow(const InternalRow& row, int argc, char** argv) {
     ConvertArguments(row, &run);
     PrintValues(row.before, run);
   }
-  if (row.count != AnyCount && argc != row.count) return InvalidParameters(row.wrongCountResult);
+  if (row.count != AnyCount && argc != row.count) {
+    return PrintInvalidParameters(row.wrongCountResult);
+  }
   if (!row.countCheckedLate) {
     ConvertArguments(row, &run);
     PrintValues(row.before, run);
   }
   if (!OidRequest(row.oid, run.payload, row.length)) {
-    if (row.failureEndsLine) {
-      PrintRequestErrorLine();
-    } else {
-      PrintRequestError();
-    }
-    return 0;
+    return row.failureEndsLine ? PrintRequestErrorLine(0) : PrintRequestError(0);
   }
   PrintValues(row.after, run);
   return 1;

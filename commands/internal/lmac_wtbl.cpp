@@ -3,7 +3,7 @@
 
 #include "app/console/print.h"
 #include "app/console/scan.h"
-#include "channel/request_errors.h"
+#include "channel/refusals.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/umac_wtbl.h"
 #include "commands/maintenance/register_access.h"

@@ -10,11 +10,10 @@
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
-#include "channel/request_errors.h"
+#include "channel/refusals.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/internal_oid.h"
 #include "commands/internal/value_names.h"
-#include "commands/refusals.h"
 #include "commands/status/firmware_version.h"
 
 // `efuse`: reads and writes single e-fuse bytes and counts the free blocks.
@@ -51,7 +50,7 @@ int PrintEfuseMenu() {
 
 int HandleEfuseCommand(int argc, char** argv) {
   ConsolePrintf("argv[1] = %s\n", argv[1]);
-  if (argc < 3 || argc > 5) return InvalidParameters(0);
+  if (argc < 3 || argc > 5) return PrintInvalidParameters(0);
 
   EfuseAccessParam param = {};
   uint32_t address = 0;
@@ -76,7 +75,7 @@ int HandleEfuseCommand(int argc, char** argv) {
   param.aucData[index] = static_cast<uint8_t>(value);
   ConsolePrintf("ucOpMode = %d, Efuse_addr = 0x%x, Efuse_value = 0x%x, aucData[%d] = 0x%x\n", mode,
                 address, value, index, param.aucData[index]);
-  if (!OidRequest(OidEfuse, &param)) return RequestRefused(0);
+  if (!OidRequest(OidEfuse, &param)) return PrintRequestError(0);
   if (mode == EfuseRead) {
     ConsolePrintf("Read success 0x%x = 0x%x\n", address, param.aucData[index]);
   } else if (mode == EfuseWrite) {
@@ -148,8 +147,8 @@ bool RequestTxBfText(TxBfProfileReadParam* param, char* text) {
 
 int ShowTxBfProfile(int argc, char** argv, char* text) {
   TxBfProfileReadParam param = {};
-  if (argc != 4 || !FillTxBfRequest(argv[2], argv[3], &param)) return InvalidParameters(0);
-  if (!RequestTxBfText(&param, text)) return RequestRefused(0);
+  if (argc != 4 || !FillTxBfRequest(argv[2], argv[3], &param)) return PrintInvalidParameters(0);
+  if (!RequestTxBfText(&param, text)) return PrintRequestError(0);
   ConsolePrintf("%.*s\n", static_cast<int>(TxBfTextSize), text);
   return 1;
 }
@@ -158,7 +157,7 @@ int ShowTxBfProfile(int argc, char** argv, char* text) {
 
 int HandleTxbfCommand(int argc, char** argv) {
   auto* text = static_cast<char*>(calloc(1, TxBfTextSize));
-  if (text == nullptr) return OutOfMemory(0);
+  if (text == nullptr) return PrintOutOfMemory(0);
   int result = ShowTxBfProfile(argc, argv, text);
   free(text);
   return result;
@@ -177,9 +176,9 @@ void PrintPatch(const char (&platform)[PlatformSize], const char (&date)[DateSiz
 }  // namespace
 
 int HandleGetN9VerCommand(int argc, char** /*argv*/) {
-  if (argc != 2) return InvalidParameters(1);
+  if (argc != 2) return PrintInvalidParameters(1);
   N9VersionInfo info = {};
-  if (!OidRequest(OidFirmwareVersion, &info)) return RequestRefused(0);
+  if (!OidRequest(OidFirmwareVersion, &info)) return PrintRequestError(0);
   ConsolePrintf("N9 FW Version\n");
   ConsolePrintf("Tailer Ver[%u:%u] %.*s (%.*s) info %u:E%u\n", info.ucTailerMajor,
                 info.ucTailerMinor, static_cast<int>(sizeof(info.aucPlatform)), info.aucPlatform,
@@ -256,10 +255,7 @@ void PrintLinkReport(const StaLinkStat& stat) {
 
 int HandleStaStatCommand(int /*argc*/, char** /*argv*/) {
   StaLinkStat stat = {};
-  if (!OidRequest(OidStaStat, &stat)) {
-    PrintRequestErrorLine();
-    return 0;
-  }
+  if (!OidRequest(OidStaStat, &stat)) return PrintRequestErrorLine(0);
   if (stat.connected == 1) {
     PrintLinkReport(stat);
   } else {
@@ -314,10 +310,10 @@ bool TakeMacAddress(const char* text, const char* name, uint8_t (&address)[6]) {
 namespace {
 
 int SetBssid(uint32_t oid, int argc, char** argv) {
-  if (argc != 4 || !EqualsIgnoreCase(argv[2], "bssid")) return InvalidParameters(0);
+  if (argc != 4 || !EqualsIgnoreCase(argv[2], "bssid")) return PrintInvalidParameters(0);
   uint8_t bssid[6] = {};
-  if (!TakeMacAddress(argv[3], "bssid", bssid)) return InvalidParameters(0);
-  return OidRequest(oid, bssid, sizeof(bssid)) ? 1 : RequestRefused(0);
+  if (!TakeMacAddress(argv[3], "bssid", bssid)) return PrintInvalidParameters(0);
+  return OidRequest(oid, bssid, sizeof(bssid)) ? 1 : PrintRequestError(0);
 }
 
 }  // namespace
@@ -381,16 +377,16 @@ bool SendCmdString(uint32_t oid, int argc, char** argv, CmdStringParam* param) {
 }  // namespace
 
 int HandleSetCmdStrCommand(int argc, char** argv) {
-  if (argc <= 2) return InvalidParameters(0);
+  if (argc <= 2) return PrintInvalidParameters(0);
   CmdStringParam param = {};
-  return SendCmdString(OidSetCmdStr, argc, argv, &param) ? 1 : RequestRefused(0);
+  return SendCmdString(OidSetCmdStr, argc, argv, &param) ? 1 : PrintRequestError(0);
 }
 
 int HandleGetCmdStrCommand(int argc, char** argv) {
-  if (argc <= 2) return InvalidParameters(0);
+  if (argc <= 2) return PrintInvalidParameters(0);
   CmdStringParam param = {};
   param.requestType = CmdStringQuery;
-  if (!SendCmdString(OidGetCmdStr, argc, argv, &param)) return RequestRefused(0);
+  if (!SendCmdString(OidGetCmdStr, argc, argv, &param)) return PrintRequestError(0);
   if (param.responseType == CmdStringQuery) {
     ConsolePrintf("%.*s", static_cast<int>(CmdStringSize), param.text);
   }
@@ -449,12 +445,12 @@ bool FillChanPref(int argc, char** argv, ChanPrefParam* param) {
 }  // namespace
 
 int HandleChanPrefCfgCommand(int argc, char** argv) {
-  if (argc < 3 || argc > 7) return InvalidParameters(0);
+  if (argc < 3 || argc > 7) return PrintInvalidParameters(0);
   ChanPrefParam param = {};
   ScanArgument(argv[2], "%2hhd", &param.CmdId);
   ConsolePrintf("CmdId : %d \n", param.CmdId);
-  if (!FillChanPref(argc, argv, &param)) return InvalidParameters(0);
-  return OidRequest(OidChanPref, &param) ? 1 : RequestRefused(0);
+  if (!FillChanPref(argc, argv, &param)) return PrintInvalidParameters(0);
+  return OidRequest(OidChanPref, &param) ? 1 : PrintRequestError(0);
 }
 
 // `twt_setup`: the parameters of a target-wake-time agreement.
@@ -503,7 +499,7 @@ constexpr int TwtArgumentCount = sizeof(TwtArguments) / sizeof(TwtArguments[0]);
 
 int HandleTwtSetupCommand(int argc, char** argv) {
   // The last argument is the record's only field of 16 bits.
-  if (argc != 2 + TwtArgumentCount + 1) return InvalidParameters(0);
+  if (argc != 2 + TwtArgumentCount + 1) return PrintInvalidParameters(0);
   TwtSetupParam param = {};
   auto* bytes = reinterpret_cast<uint8_t*>(&param);
   for (int i = 0; i < TwtArgumentCount; i++) {
@@ -512,7 +508,7 @@ int HandleTwtSetupCommand(int argc, char** argv) {
   }
   ScanArgument(argv[2 + TwtArgumentCount], "%hd", &param.u2WakeIntvalMantiss);
   ConsolePrintf("u2WakeIntvalMantiss : %d \n", param.u2WakeIntvalMantiss);
-  return OidRequest(OidTwtSetup, &param) ? 1 : RequestRefused(0);
+  return OidRequest(OidTwtSetup, &param) ? 1 : PrintRequestError(0);
 }
 
 // `set_apsd`: the U-APSD parameters.
@@ -536,7 +532,7 @@ constexpr int MaxSpLengthIndex = ApsdArgumentCount - 1;
 }  // namespace
 
 int HandleSetApsdCommand(int argc, char** argv) {
-  if (argc != 2 + ApsdArgumentCount) return InvalidParameters(0);
+  if (argc != 2 + ApsdArgumentCount) return PrintInvalidParameters(0);
   uint8_t values[ApsdArgumentCount] = {};
   for (int i = 0; i < ApsdArgumentCount; i++) {
     ScanArgument(argv[2 + i], "%2hhd", &values[i]);
@@ -550,5 +546,5 @@ int HandleSetApsdCommand(int argc, char** argv) {
   if (maxSpLength < 4) packed |= maxSpLength << MaxSpLengthBit;
   ApsdParam param = {static_cast<uint8_t>(packed)};
   ConsolePrintf("ApsdParam : %d \n", param.bits);
-  return OidRequest(OidSetApsd, &param) ? 1 : RequestRefused(0);
+  return OidRequest(OidSetApsd, &param) ? 1 : PrintRequestError(0);
 }

@@ -7,9 +7,9 @@
 #include "app/console/print.h"
 #include "app/console/scan.h"
 #include "channel/driver_channel.h"
+#include "channel/refusals.h"
 #include "commands/internal/internal_commands.h"
 #include "commands/internal/internal_oid.h"
-#include "commands/refusals.h"
 
 // The fields of an entry, for `wtbl`.
 namespace {
@@ -174,10 +174,10 @@ int HandleUwtblCommand(int argc, char** argv) {
   int wlanIndex = 0;
   ScanArgument(indexText, "%d", &wlanIndex);
   ConsolePrintf("wlanIdx is: %d\n", wlanIndex);
-  if (argc != 3) return InvalidParameters(0);
+  if (argc != 3) return PrintInvalidParameters(0);
   UwtblSummary summary = {};
   summary.wlanIndex = static_cast<uint32_t>(wlanIndex);
-  if (!OidRequest(OidUwtblSummary, &summary)) return RequestRefused(0);
+  if (!OidRequest(OidUwtblSummary, &summary)) return PrintRequestError(0);
   PrintUwtblSummary(summary);
   return 1;
 }

@@ -6,8 +6,8 @@
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
+#include "channel/refusals.h"
 #include "commands/maintenance/maintenance_commands.h"
-#include "commands/refusals.h"
 
 namespace {
 
@@ -20,14 +20,14 @@ int ReportFailure() {
 
 int HandleNonMsCommand(int argc, char** argv) {
   if (argc != 3) {
-    IncorrectParameters();
+    PrintIncorrectParameters();
     ConsolePrintf("Error: argc:%d!!\n", argc);
     return 1;
   }
   if (!EqualsIgnoreCase(argv[1], "NonMS")) return ReportFailure();
   auto enable = static_cast<uint32_t>(ParseInteger(argv[2]));  // 1 on, 0 off
   if (enable > 1) {
-    IncorrectParameters();
+    PrintIncorrectParameters();
     ConsolePrintf("Error: argv[2] should be 1 or 0 ! Now Value: %d\n", static_cast<int>(enable));
     return 1;
   }

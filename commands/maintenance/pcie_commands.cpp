@@ -6,9 +6,9 @@
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
+#include "channel/refusals.h"
 #include "commands/maintenance/maintenance_commands.h"
 #include "commands/maintenance/register_access.h"
-#include "commands/refusals.h"
 
 namespace {
 
@@ -41,7 +41,7 @@ int ReportNotGen2() {
 }  // namespace
 
 int HandlePcieCommand(int argc, char** argv) {
-  if (argc != 3) return IncorrectParameters();
+  if (argc != 3) return PrintIncorrectParameters();
   if (!EqualsIgnoreCase(argv[2], "gen_switch_chk")) {
     ConsolePrintf("Error: Invalid parameters\n");
     return 1;
@@ -69,10 +69,10 @@ int HandlePcieCommand(int argc, char** argv) {
 
 int HandleSetPcieDrivingCommand(int argc, char** argv) {
   ConsolePrintf("argv[1] = %s \n", argv[1]);
-  if (argc != 2) return InvalidParameters(1);
+  if (argc != 2) return PrintInvalidParameters(1);
   RegAccessParam access = {};
   access.address = PcieGenRegister;
-  if (!ReadRegister(&access)) return RequestRefused(1);
+  if (!ReadRegister(&access)) return PrintRequestError(1);
   if (!IsGen2(access.value)) return ReportNotGen2();
   ConsolePrintf("PCIE gen = Gen2\n");
   ConsolePrintf("(Step1:Check PCIE gen) [0x%08x] = 0x%08x\n", access.address, access.value);

@@ -7,9 +7,8 @@
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
-#include "channel/request_errors.h"
+#include "channel/refusals.h"
 #include "commands/maintenance/maintenance_commands.h"
-#include "commands/refusals.h"
 
 namespace {
 
@@ -28,15 +27,12 @@ static_assert(offsetof(RegistryParam, name) == 4);
 
 int HandleSetRegCommand(int argc, char** argv) {
   RegistryParam param = {};
-  if (argc != 4) return InvalidParameters(1);
+  if (argc != 4) return PrintInvalidParameters(1);
   CopyText(param.name, sizeof(param.name), argv[2]);
   // If VALUE has no 0x, the tool sends 0. The driver judges it.
   ScanArgument(argv[3], "0x%x", &param.value);
   ConsolePrintf("Set Reg name: %s and value :0x%0x\n", param.name, param.value);
-  if (!OidRequest(OidSetRegistry, &param)) {
-    PrintRequestErrorLine();
-    return 1;
-  }
+  if (!OidRequest(OidSetRegistry, &param)) return PrintRequestErrorLine(1);
   ConsolePrintf("Set Registry[%.*s], Value=0x%0X\n", static_cast<int>(sizeof(param.name)),
                 param.name, param.value);
   return 0;
@@ -44,14 +40,11 @@ int HandleSetRegCommand(int argc, char** argv) {
 
 int HandleGetRegCommand(int argc, char** argv) {
   RegistryParam param = {};
-  if (argc != 3) return InvalidParameters(1);
+  if (argc != 3) return PrintInvalidParameters(1);
   // Only the first word is the name. If it does not fit, an empty name is sent.
   ScanArgument(argv[2], "%s", param.name, RegistryNameSize);
   ConsolePrintf("Get Reg name: %s\n", argv[2]);
-  if (!OidRequest(OidGetRegistry, &param)) {
-    PrintRequestErrorLine();
-    return 1;
-  }
+  if (!OidRequest(OidGetRegistry, &param)) return PrintRequestErrorLine(1);
   ConsolePrintf("Get Driver Registry :0x%08x\n", param.value);
   return 0;
 }

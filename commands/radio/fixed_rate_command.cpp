@@ -7,9 +7,9 @@
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
+#include "channel/refusals.h"
 #include "commands/radio/fixed_rate_validation.h"
 #include "commands/radio/radio_commands.h"
-#include "commands/refusals.h"
 
 uint8_t fgIsUseWCID = 0;
 
@@ -53,7 +53,7 @@ int SendRate(uint32_t command, uint32_t rate) {
   FixedRateRequest request = {};
   request.u4Command = command;
   request.u4Rate = rate;
-  if (!OidRequest(OidFixedRate, &request)) return RequestRefused(0);
+  if (!OidRequest(OidFixedRate, &request)) return PrintRequestError(0);
   return 1;
 }
 
@@ -114,7 +114,7 @@ int ApplyRate(int count, uint32_t u4WCID, FixedRateParam param) {
 }  // namespace
 
 int HandleFixedRateCommand(int argc, char** argv) {
-  if (argc != 3) return IncorrectParameters();
+  if (argc != 3) return PrintIncorrectParameters();
   if (EqualsIgnoreCase(argv[2], "auto")) {
     ConsolePrintf("nicctl fixedrate auto\n");
     return SendRate(AutoRateCommand, 0);

@@ -6,8 +6,8 @@
 #include "app/console/scan.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
+#include "channel/refusals.h"
 #include "commands/radio/radio_commands.h"
-#include "commands/refusals.h"
 
 namespace {
 
@@ -52,7 +52,7 @@ void PrintRequest(const IcsRequest& request) {
 }  // namespace
 
 int HandleIcsCommand(int argc, char** argv) {
-  if (argc != 3) return IncorrectParameters();
+  if (argc != 3) return PrintIncorrectParameters();
   IcsRequest request = {};
   const int count = ScanRequest(argv[2], &request);
   PrintRequest(request);
@@ -73,6 +73,6 @@ int HandleIcsCommand(int argc, char** argv) {
     ConsolePrintf("SNIFFER CMD: Number of PARAMETERS is WRONG\n");
     return 1;
   }
-  if (!OidRequest(OidIcs, &request)) return RequestRefused(1);
+  if (!OidRequest(OidIcs, &request)) return PrintRequestError(1);
   return 0;
 }

@@ -7,9 +7,8 @@
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
-#include "channel/request_errors.h"
+#include "channel/refusals.h"
 #include "commands/radio/radio_commands.h"
-#include "commands/refusals.h"
 
 namespace {
 
@@ -89,14 +88,14 @@ bool SnifferChannelIsValid(uint8_t band, uint32_t channel) {
 int SwitchOn(char** argv) {
   SnifferRequest request = {};
   if (!EqualsIgnoreCase(argv[2], "on") || !ReadChoice(Bands, argv[3], &request.ucBand)) {
-    return IncorrectParameters();
+    return PrintIncorrectParameters();
   }
   ScanArgument(argv[4], "%d", &request.i4Channel);
   if (!SnifferChannelIsValid(request.ucBand, static_cast<uint32_t>(request.i4Channel))) {
     ConsolePrintf("Unavailable Channel %d\n", request.i4Channel);
     return 1;
   }
-  if (!ReadChoice(Bandwidths, argv[5], &request.ucBandwidth)) return IncorrectParameters();
+  if (!ReadChoice(Bandwidths, argv[5], &request.ucBandwidth)) return PrintIncorrectParameters();
 
   request.u4Subcommand = SubcommandOn;
   if (!OidRequest(OidSniffer, &request)) {
@@ -118,7 +117,7 @@ int SwitchOn(char** argv) {
 int SwitchOff() {
   SnifferRequest request = {};
   request.u4Subcommand = SubcommandOff;
-  if (!OidRequest(OidSniffer, &request)) return RequestRefused(1);
+  if (!OidRequest(OidSniffer, &request)) return PrintRequestError(1);
   ConsolePrintf("Sniffer mode OFF\n");
   return 0;
 }
@@ -126,7 +125,7 @@ int SwitchOff() {
 int ShowStatistics() {
   SnifferRequest request = {};
   request.u4Subcommand = SubcommandStatistics;
-  if (!OidRequest(OidSniffer, &request)) return RequestRefused(1);
+  if (!OidRequest(OidSniffer, &request)) return PrintRequestError(1);
   ConsolePrintf("Sniffer mode STATISTICS\n");
   ConsolePrintf("DATA : %d\n", request.u4DataFrames);
   ConsolePrintf("MGNT : %d\n", request.u4ManagementFrames);
@@ -142,5 +141,5 @@ int HandleSnifferCommand(int argc, char** argv) {
   if (argc == 6) return SwitchOn(argv);
   if (argc == 3 && EqualsIgnoreCase(argv[2], "off")) return SwitchOff();
   if (argc == 3 && EqualsIgnoreCase(argv[2], "stast")) return ShowStatistics();
-  return IncorrectParameters();
+  return PrintIncorrectParameters();
 }

@@ -6,9 +6,8 @@
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
-#include "channel/request_errors.h"
+#include "channel/refusals.h"
 #include "commands/radio/radio_commands.h"
-#include "commands/refusals.h"
 
 namespace {
 
@@ -36,7 +35,7 @@ bool ReadMode(int argc, char** argv, TRxModeRequest* request) {
 
 int HandleTRxCommand(int argc, char** argv) {
   TRxModeRequest request = {};
-  if (!ReadMode(argc, argv, &request)) return IncorrectParameters();
+  if (!ReadMode(argc, argv, &request)) return PrintIncorrectParameters();
   if (!OidRequest(OidTRxMode, &request)) {
     PrintDriverErrorAdvice(DeviceError());
     return 1;

@@ -7,7 +7,7 @@
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
-#include "commands/refusals.h"
+#include "channel/refusals.h"
 #include "commands/rssi_country/rssi_country_commands.h"
 
 namespace {
@@ -54,7 +54,7 @@ void PrintCountry(const char* before, const CountryPowerRequest& request, const 
 
 int ShowCountry() {
   CountryPowerRequest request = {};
-  if (!Send(SubcommandNow, &request)) return RequestRefused(1);
+  if (!Send(SubcommandNow, &request)) return PrintRequestError(1);
   PrintCountry("", request, "");
   return 0;
 }
@@ -65,7 +65,7 @@ int SetPowerTable(uint32_t subcommand, const char* country, const char* done) {
     request.aucCountry[i] = static_cast<uint8_t>(country[i]);
   }
   if (!Send(subcommand, &request)) {
-    if (DeviceError() != ErrorAccessDenied) return RequestRefused(1);
+    if (DeviceError() != ErrorAccessDenied) return PrintRequestError(1);
     ConsolePrintf("SmartCountryDecisionEn is disabled");
     return 1;
   }
@@ -81,7 +81,7 @@ uint8_t TestMode(const char* text) {
 int SetPowerTestMode(const char* mode) {
   CountryPowerRequest request = {};
   request.ucPowerTestMode = TestMode(mode);
-  if (!Send(SubcommandSetPowerTestMode, &request)) return RequestRefused(1);
+  if (!Send(SubcommandSetPowerTestMode, &request)) return PrintRequestError(1);
   ConsolePrintf("POWER_TEST_MODE %s\n", request.ucPowerTestMode != 0 ? "ON" : "OFF");
   return 0;
 }
@@ -89,7 +89,7 @@ int SetPowerTestMode(const char* mode) {
 int Set6GTestMode(const char* mode) {
   CountryPowerRequest request = {};
   request.uc6GTestMode = TestMode(mode);
-  if (!Send(SubcommandSet6GTestMode, &request)) return RequestRefused(1);
+  if (!Send(SubcommandSet6GTestMode, &request)) return PrintRequestError(1);
   ConsolePrintf("6G_TEST_MODE %s\n", request.uc6GTestMode != 0 ? "ON" : "OFF");
   return 0;
 }
@@ -98,10 +98,10 @@ int Set6GTestMode(const char* mode) {
 // it does not set. If CHANNEL is not a number, the tool sends the channel of the first reply.
 int ShowPowerTable(const char* rate, const char* channel) {
   CountryPowerRequest request = {};
-  if (!Send(SubcommandNow, &request)) return RequestRefused(1);
+  if (!Send(SubcommandNow, &request)) return PrintRequestError(1);
   ScanArgument(channel, "%d", &request.i4Channel);
   CopyText(request.acRate, sizeof(request.acRate), rate);
-  if (!Send(SubcommandGetPowerTable, &request)) return RequestRefused(1);
+  if (!Send(SubcommandGetPowerTable, &request)) return PrintRequestError(1);
   PrintCountry("", request, " power table");
   ConsolePrintf("The unit of each TxPower value is 0.5dBm\n");
   ConsolePrintf("%.200s\n", request.acRate);
@@ -126,5 +126,5 @@ int HandleCountryCommand(int argc, char** argv) {
   if (argc == 5 && EqualsIgnoreCase(argv[2], "get_pwr_tbl")) {
     return ShowPowerTable(argv[3], argv[4]);
   }
-  return IncorrectParameters();
+  return PrintIncorrectParameters();
 }

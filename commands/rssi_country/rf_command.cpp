@@ -3,8 +3,7 @@
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
-#include "channel/request_errors.h"
-#include "commands/refusals.h"
+#include "channel/refusals.h"
 #include "commands/rssi_country/rssi_check.h"
 #include "commands/rssi_country/rssi_country_commands.h"
 
@@ -24,7 +23,8 @@ bool JudgeAntenna(const char* name, const int8_t (&readings)[RssiReadingCount],
 }  // namespace
 
 int HandleRfCommand(int argc, char** argv) {
-  if ((argc != 5 && argc != 6) || !EqualsIgnoreCase(argv[2], "rssi")) return IncorrectParameters();
+  if ((argc != 5 && argc != 6) || !EqualsIgnoreCase(argv[2], "rssi"))
+    return PrintIncorrectParameters();
 
   const char* ssid = argv[argc - 2];
   int threshold = 0;
@@ -33,7 +33,8 @@ int HandleRfCommand(int argc, char** argv) {
     return 1;
   }
   RssiCheckRequest request = {};
-  if (argc == 6 && !RssiBandFromKeyword(argv[3], &request.ucBand)) return IncorrectParameters();
+  if (argc == 6 && !RssiBandFromKeyword(argv[3], &request.ucBand))
+    return PrintIncorrectParameters();
   CopyText(request.acSsid, sizeof(request.acSsid), ssid);
 
   ConsolePrintf("Channel Scanning, %s......\n", ssid);

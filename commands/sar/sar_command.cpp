@@ -3,7 +3,7 @@
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
-#include "commands/refusals.h"
+#include "channel/refusals.h"
 #include "commands/sar/sar_views.h"
 
 namespace {
@@ -51,7 +51,7 @@ int RunSarSubcommand(const SarLayout& layout, int argc, char** argv) {
       }
     }
   }
-  return IncorrectParameters();
+  return PrintIncorrectParameters();
 }
 
 int HandleSarCommand(int argc, char** argv) {

@@ -6,7 +6,7 @@
 #include "channel/driver_channel.h"
 #include "channel/little_endian.h"
 #include "channel/oid.h"
-#include "channel/request_errors.h"
+#include "channel/refusals.h"
 
 namespace {
 

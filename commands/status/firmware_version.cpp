@@ -5,7 +5,7 @@
 #include "channel/driver_channel.h"
 #include "channel/little_endian.h"
 #include "channel/oid.h"
-#include "commands/refusals.h"
+#include "channel/refusals.h"
 #include "commands/status/status_commands.h"
 
 namespace {
@@ -27,11 +27,12 @@ void PrintWideText(const uint8_t* bytes, uint32_t size) {
 int HandleGetFwVerCommand(int argc, char** /*argv*/) {
   N9VersionInfo wifi = {};
   uint8_t bluetooth[BluetoothVersionSize] = {};
-  if (argc != 2) return InvalidParameters(1);
-  if (!OidRequest(OidFirmwareVersion, &wifi)) return RequestRefused(0);
+  if (argc != 2) return PrintInvalidParameters(1);
+  if (!OidRequest(OidFirmwareVersion, &wifi)) return PrintRequestError(0);
   ConsolePrintf("Wifi/BT FW Version\n");
   ConsolePrintf("FW Version (WIFI) = %.*s \n", N9VersionTextLimit, N9VersionText(wifi));
-  if (!OidRequest(OidBluetoothVersion, bluetooth, BluetoothVersionSize)) return RequestRefused(0);
+  if (!OidRequest(OidBluetoothVersion, bluetooth, BluetoothVersionSize))
+    return PrintRequestError(0);
   ConsolePrintf("FW Version (BT) = ");
   PrintWideText(bluetooth, BluetoothVersionSize);
   ConsolePrintf(" \n");

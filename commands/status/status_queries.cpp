@@ -7,8 +7,7 @@
 #include "app/console/text.h"
 #include "channel/driver_channel.h"
 #include "channel/oid.h"
-#include "channel/request_errors.h"
-#include "commands/refusals.h"
+#include "channel/refusals.h"
 #include "commands/status/status_commands.h"
 
 namespace {
@@ -63,9 +62,9 @@ bool SendEmptyRequest(uint32_t oid) {
 
 int HandleStatCommand(int argc, char** argv) {
   bool reset = argc == 3 && EqualsIgnoreCase(argv[2], "resetcounter");
-  if (argc != 2 && !reset) return InvalidParameters(1);
+  if (argc != 2 && !reset) return PrintInvalidParameters(1);
   char* text = AllocateText(StatisticsTextSize);
-  if (text == nullptr) return OutOfMemory(0);
+  if (text == nullptr) return PrintOutOfMemory(0);
   bool done =
       SendResetFlag(reset ? 1 : 0) && PrintTextReply(OidStatisticsText, text, StatisticsTextSize);
   free(text);
@@ -73,9 +72,9 @@ int HandleStatCommand(int argc, char** argv) {
 }
 
 int HandleGetWfdCommand(int argc, char** /*argv*/) {
-  if (argc != 2) return InvalidParameters(1);
+  if (argc != 2) return PrintInvalidParameters(1);
   char* text = AllocateText(WfdTextSize);
-  if (text == nullptr) return OutOfMemory(0);
+  if (text == nullptr) return PrintOutOfMemory(0);
   bool done = PrintTextReply(OidWfdText, text, WfdTextSize);
   free(text);
   return done ? 1 : 0;
@@ -84,10 +83,10 @@ int HandleGetWfdCommand(int argc, char** /*argv*/) {
 int HandleGetUmacCommand(int argc, char** argv) {
   ConsolePrintf("argv[1] = %s\n", argv[1]);
   char* text = AllocateText(UmacTextSize);
-  if (text == nullptr) return OutOfMemory(1);
+  if (text == nullptr) return PrintOutOfMemory(1);
   int result = 1;
   if (argc != 2) {
-    result = InvalidParameters(1);
+    result = PrintInvalidParameters(1);
   } else if (SendEmptyRequest(OidUmacDump) && PrintTextReply(OidUmacText, text, UmacTextSize)) {
     result = 0;
   }
@@ -97,9 +96,9 @@ int HandleGetUmacCommand(int argc, char** argv) {
 
 int HandleTxHangCounterCommand(int argc, char** argv) {
   ConsolePrintf("argv[1] = %s\n", argv[1]);
-  if (argc != 2) return InvalidParameters(1);
+  if (argc != 2) return PrintInvalidParameters(1);
   TxHangCounters counters = {};
-  if (!OidRequest(OidTxHangCounters, &counters)) return RequestRefused(1);
+  if (!OidRequest(OidTxHangCounters, &counters)) return PrintRequestError(1);
   ConsolePrintf("L1SerCounter = %d, rTxHangCounter = %d\n", counters.L1SerCounter,
                 counters.rTxHangCounter);
   return 0;
@@ -108,13 +107,13 @@ int HandleTxHangCounterCommand(int argc, char** argv) {
 int HandleGetLpCommand(int argc, char** argv) {
   ConsolePrintf("argv[1] = %s\n", argv[1]);
   ConsolePrintf("The infomation will dump with kernel logs in Debugview.\n");
-  if (argc != 2) return InvalidParameters(1);
+  if (argc != 2) return PrintInvalidParameters(1);
   return SendEmptyRequest(OidLowPowerInfo) ? 0 : 1;
 }
 
 int HandleGetMacAddCommand(int /*argc*/, char** /*argv*/) {
   MacAddressReply reply = {};
-  if (!OidRequest(OidMacAddress, &reply)) return RequestRefused(1);
+  if (!OidRequest(OidMacAddress, &reply)) return PrintRequestError(1);
   const uint8_t* mac = reply.address;
   ConsolePrintf("MAC Address: %.2X-%.2X-%.2X-%.2X-%.2X-%.2X\n", mac[0], mac[1], mac[2], mac[3],
                 mac[4], mac[5]);

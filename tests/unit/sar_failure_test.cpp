@@ -4,7 +4,7 @@
 #include <string>
 
 #include "app/console/print.h"
-#include "channel/request_errors.h"
+#include "channel/refusals.h"
 #include "commands/sar/sar_query.h"
 
 namespace {

@@ -116,12 +116,10 @@ constexpr WtblWordGroup DecodeUwtblDw5Dw6 = {
       {5, 28, 28},
       {},
       "SHOULD be the same as LMAC WTBL.HT | WTBL.VHT | WTBL.HE."},
-     {"HW_AMSDU_CFG [10]DW6[9:0] = ",
-      {6, 9, 0},
-      {},
-      "Configuration for hardware mode A-MSDU.",
-      nullptr,
-      HardwareAmsdu}},
+     {.header = "HW_AMSDU_CFG [10]DW6[9:0] = ",
+      .bits = {6, 9, 0},
+      .explanation = "Configuration for hardware mode A-MSDU.",
+      .formatter = HardwareAmsdu}},
 };
 
 }  // namespace

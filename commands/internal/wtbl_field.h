@@ -28,7 +28,7 @@ struct WtblBitRange {
 struct WtblField {
   const char* header = nullptr;
   WtblBitRange bits = {};
-  WtblValueTexts texts;               // no two of them overlap
+  WtblValueTexts texts = {};          // no two of them overlap
   const char* explanation = nullptr;  // null: the line ends after the value
   const char* number = nullptr;  // null: the value is printed as 0x%x; empty if others print it
   WtblValueFormatter* formatter = nullptr;  // prints after number and text

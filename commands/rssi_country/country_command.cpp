@@ -104,8 +104,8 @@ int ShowPowerTable(const char* rate, const char* channel) {
   if (!Send(SubcommandGetPowerTable, &request)) return PrintRequestError(1);
   PrintCountry("", request, " power table");
   ConsolePrintf("The unit of each TxPower value is 0.5dBm\n");
-  ConsolePrintf("%.200s\n", request.acRate);
-  ConsolePrintf("%.318s\n", request.acSecondText);
+  ConsolePrintf("%.*s\n", static_cast<int>(sizeof(request.acRate)), request.acRate);
+  ConsolePrintf("%.*s\n", static_cast<int>(sizeof(request.acSecondText)), request.acSecondText);
   return 0;
 }
 

@@ -47,7 +47,7 @@ int HandleRfCommand(int argc, char** argv) {
     return 1;
   }
   const uint8_t* bssid = request.aucBssid;
-  ConsolePrintf("SSID: %.32s\n", request.acSsid);
+  ConsolePrintf("SSID: %.*s\n", static_cast<int>(sizeof(request.acSsid)), request.acSsid);
   ConsolePrintf("BSSID: %.2X-%.2X-%.2X-%.2X-%.2X-%.2X\n", bssid[0], bssid[1], bssid[2], bssid[3],
                 bssid[4], bssid[5]);
   ConsolePrintf("Channel: %d\n\n", request.ucChannel);

@@ -102,7 +102,8 @@ int WriteResultFile(const char* path, int test, int negatedThreshold,
   WriteHead(file);
   WriteResultStart(file, "Arguments", 1, now);
   WriteNumber(file, "Test", test);
-  FilePrintf(file, "    <Data name=\"SSID\" value=\"%.32s\"/>\n", reply.acSsid);
+  FilePrintf(file, "    <Data name=\"SSID\" value=\"%.*s\"/>\n",
+             static_cast<int>(sizeof(reply.acSsid)), reply.acSsid);
   WriteNumber(file, "THRESHOLD", negatedThreshold);
   WriteText(file, "xmlout", path);
   WriteResultEnd(file);

@@ -9,9 +9,27 @@ namespace {
 constexpr uint32_t RowIndexEnd = 8;  // more than the five rows of a table
 
 constexpr RowTable Zwgs = {
-    31, 17, 18, 1, 4, "Geo Table Version", "Geo", "2.4G 5G Geo TX power table:", {"", ""}};
+    .length = 31,
+    .rowCountAt = 17,
+    .firstRowAt = 18,
+    .linesPerRow = 1,
+    .bytesPerLine = 4,
+    .firstHead = "Geo Table Version",
+    .kind = "Geo",
+    .listHead = "2.4G 5G Geo TX power table:",
+    .lineNames = {""},
+};
 constexpr RowTable Zwgs6G = {
-    42, 18, 19, 1, 6, "Geo Table Version", "Geo", "2.4G 5G 6G Geo TX power table:", {"", ""}};
+    .length = 42,
+    .rowCountAt = 18,
+    .firstRowAt = 19,
+    .linesPerRow = 1,
+    .bytesPerLine = 6,
+    .firstHead = "Geo Table Version",
+    .kind = "Geo",
+    .listHead = "2.4G 5G 6G Geo TX power table:",
+    .lineNames = {""},
+};
 
 // The bands of a row, two power bytes each. Tables without 6 GHz have the first two.
 constexpr const char* BandNames[] = {"2.4GHz", "5GHz", "6GHz"};
@@ -22,8 +40,8 @@ void PrintBands(const RowTable& table, const uint8_t* powers) {
     uint8_t most = powers[2 * band];
     uint8_t delta = powers[2 * band + 1];
     ConsolePrintf("\n%s\n", BandNames[band]);
-    ConsolePrintf("%6s Max Power:      %s dBm (0x%.2X)\n", "", Decibels(most).text, most);
-    ConsolePrintf("%6s ANT1/2(Delta):  %s dBm (0x%.2X)\n", "", Decibels(delta).text, delta);
+    ConsolePrintf("%6s Max Power:      %s dBm (0x%.2X)\n", "", HalfDecibels(most).text, most);
+    ConsolePrintf("%6s ANT1/2(Delta):  %s dBm (0x%.2X)\n", "", HalfDecibels(delta).text, delta);
   }
 }
 

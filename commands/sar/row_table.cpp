@@ -22,7 +22,7 @@ const uint8_t* RowPowers(const RowTable& table, const AcpiTableQuery& record, ui
   return &record.bytes[table.firstRowAt + row * RowLength(table) + 1];
 }
 
-DecibelText Decibels(int halfDecibels) {
+DecibelText HalfDecibels(int halfDecibels) {
   DecibelText shown = {};
   const int magnitude = halfDecibels < 0 ? -halfDecibels : halfDecibels;
   BoundedPrintf(shown.text, sizeof(shown.text), "%s%d.%d", halfDecibels < 0 ? "-" : "",

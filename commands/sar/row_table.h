@@ -29,5 +29,5 @@ struct DecibelText {
   char text[8];
 };
 
-// `halfDecibels` as decibels.
-DecibelText Decibels(int halfDecibels);
+// Takes a power in half decibels.
+DecibelText HalfDecibels(int halfDecibels);

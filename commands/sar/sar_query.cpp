@@ -46,30 +46,38 @@ constexpr AdviceRow AdviceByCode[] = {
     {4200, Advice::Other, Advice::Other, Advice::NoGuid},
 };
 
-constexpr char CodeHead[] = "Error Code in DeviceIoControl: ";
-
 // The words in the report of a refused query that differ between the views.
 struct FailureWords {
   SarView view;
-  Advice AdviceRow::*column;
-  const char* codeHead;
   const char* table;  // its name in the platform firmware
   const char* otherLine;
+  Advice AdviceRow::*column = &AdviceRow::otherTables;
+  const char* codeHead = "Error Code in DeviceIoControl: ";
 };
 
 constexpr FailureWords WordsByView[] = {
-    {SarView::SarTable, &AdviceRow::sarTable, CodeHead, "ZWDS", "Cannot find SAR table\n"},
-    {SarView::SisoSarTable, &AdviceRow::otherTables, CodeHead, "ZWSS",
-     "Cannot find SISO SAR table\n"},
-    {SarView::GeoTable, &AdviceRow::otherTables, "Error Code in DeviceIoControl : ", "ZWGS",
-     "Cannot find GEO table\n"},
-    {SarView::CountryList, &AdviceRow::otherTables, "Error in DeviceIoControl: ", "ZWCL",
-     "Cannot find ZWCL table\n"},
-    {SarView::TxMaxPowerTable, &AdviceRow::otherTables, CodeHead, "ZWPL",
-     "Cannot find Tx Max Power table\n"},
-    {SarView::SensorInfo, &AdviceRow::sensor, CodeHead, "", "Cannot Read Sensor Data\n"},
-    {SarView::CountryCode, &AdviceRow::otherTables, CodeHead, "ZWCC", "Cannot find ZWCC table\n"},
-    {SarView::FlagTable, &AdviceRow::otherTables, CodeHead, "ZWFG", "Cannot find ZWFG table\n"},
+    {.view = SarView::SarTable,
+     .table = "ZWDS",
+     .otherLine = "Cannot find SAR table\n",
+     .column = &AdviceRow::sarTable},
+    {.view = SarView::SisoSarTable, .table = "ZWSS", .otherLine = "Cannot find SISO SAR table\n"},
+    {.view = SarView::GeoTable,
+     .table = "ZWGS",
+     .otherLine = "Cannot find GEO table\n",
+     .codeHead = "Error Code in DeviceIoControl : "},
+    {.view = SarView::CountryList,
+     .table = "ZWCL",
+     .otherLine = "Cannot find ZWCL table\n",
+     .codeHead = "Error in DeviceIoControl: "},
+    {.view = SarView::TxMaxPowerTable,
+     .table = "ZWPL",
+     .otherLine = "Cannot find Tx Max Power table\n"},
+    {.view = SarView::SensorInfo,
+     .table = "",
+     .otherLine = "Cannot Read Sensor Data\n",
+     .column = &AdviceRow::sensor},
+    {.view = SarView::CountryCode, .table = "ZWCC", .otherLine = "Cannot find ZWCC table\n"},
+    {.view = SarView::FlagTable, .table = "ZWFG", .otherLine = "Cannot find ZWFG table\n"},
 };
 
 static_assert(sizeof(WordsByView) / sizeof(WordsByView[0]) == 8);  // a row for every view

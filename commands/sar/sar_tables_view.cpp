@@ -10,11 +10,38 @@ constexpr uint32_t HighestRowIndex = 8;     // one row past the end of a full ta
 constexpr uint32_t TwoRowTableLength = 18;  // of a ZWDS table whose rows are counted from 1
 
 constexpr RowTable Zwds = {
-    54, 17, 18, 1, 5, "SAR Status", "SAR", "2.4G 5G SAR TX power table:", {" Main", ""}};
+    .length = 54,
+    .rowCountAt = 17,
+    .firstRowAt = 18,
+    .linesPerRow = 1,
+    .bytesPerLine = 5,
+    .firstHead = "SAR Status",
+    .kind = "SAR",
+    .listHead = "2.4G 5G SAR TX power table:",
+    .lineNames = {" Main"},
+};
 constexpr RowTable Zwds6G = {
-    103, 18, 19, 1, 11, "SAR Status", "SAR", "2.4G 5G 6G SAR TX power table:", {" Main", ""}};
+    .length = 103,
+    .rowCountAt = 18,
+    .firstRowAt = 19,
+    .linesPerRow = 1,
+    .bytesPerLine = 11,
+    .firstHead = "SAR Status",
+    .kind = "SAR",
+    .listHead = "2.4G 5G 6G SAR TX power table:",
+    .lineNames = {" Main"},
+};
 constexpr RowTable Zwss = {
-    94, 17, 18, 2, 5, "SAR Enable", "SAR", "SAR TX power table:", {" Main", " Aux"}};
+    .length = 94,
+    .rowCountAt = 17,
+    .firstRowAt = 18,
+    .linesPerRow = 2,
+    .bytesPerLine = 5,
+    .firstHead = "SAR Enable",
+    .kind = "SAR",
+    .listHead = "SAR TX power table:",
+    .lineNames = {" Main", " Aux"},
+};
 
 // The bands of a row, in the order of its power bytes. Tables without 6 GHz have the first five.
 constexpr const char* BandLabels[] = {
@@ -40,11 +67,11 @@ void PrintPowerLimits(const RowTable& table, const uint8_t* powers) {
     uint8_t main = powers[band];
     ConsolePrintf("%6s %s", "", BandLabels[band]);
     if (table.linesPerRow == 1) {
-      ConsolePrintf("%s dBm (0x%.2X)\n", Decibels(main).text, main);
+      ConsolePrintf("%s dBm (0x%.2X)\n", HalfDecibels(main).text, main);
     } else {
       uint8_t aux = powers[table.bytesPerLine + band];
-      ConsolePrintf("Main: %s dBm (0x%.2X), Aux: %s dBm (0x%.2X)\n", Decibels(main).text, main,
-                    Decibels(aux).text, aux);
+      ConsolePrintf("Main: %s dBm (0x%.2X), Aux: %s dBm (0x%.2X)\n", HalfDecibels(main).text, main,
+                    HalfDecibels(aux).text, aux);
     }
   }
 }

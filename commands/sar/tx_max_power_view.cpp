@@ -26,7 +26,8 @@ constexpr uint32_t RateCount = sizeof(RateNames) / sizeof(RateNames[0]);
 void PrintPlainRow(const uint8_t* row, uint32_t number) {
   if (row[0] >= PlainBands) return;
   ConsolePrintf("Index%d: Band: %s, ChannelIndex: %d, MaxTxPower: %s dBm(0x%.2X)\n",
-                static_cast<int>(number), BandNames[row[0]], row[1], Decibels(row[2]).text, row[2]);
+                static_cast<int>(number), BandNames[row[0]], row[1], HalfDecibels(row[2]).text,
+                row[2]);
 }
 
 // Version 1: band, channel index, rate class, power. Here the power is signed.
@@ -35,7 +36,7 @@ void PrintRatedRow(const uint8_t* row, uint32_t number) {
   auto power = static_cast<int8_t>(row[3]);
   ConsolePrintf("Index%d: Band: %s, ChannelIndex: %d, Rate: %s, MaxTxPower: %s dBm(0x%.2X)\n",
                 static_cast<int>(number), BandNames[row[0]], row[1],
-                row[2] < RateCount ? RateNames[row[2]] : "Unknown", Decibels(power).text,
+                row[2] < RateCount ? RateNames[row[2]] : "Unknown", HalfDecibels(power).text,
                 static_cast<uint32_t>(power));
 }
 

@@ -18,7 +18,7 @@ TEST(Print, WritesDecibelsAsTheCLibraryDoes) {
   for (int half = INT8_MIN; half <= UINT8_MAX; half++) {
     char expected[16];
     snprintf(expected, sizeof(expected), "%.1f", half * 0.5);
-    EXPECT_STREQ(Decibels(half).text, expected);
+    EXPECT_STREQ(HalfDecibels(half).text, expected);
   }
 }
 

@@ -40,8 +40,8 @@ void PrintBands(const RowTable& table, const uint8_t* powers) {
     uint8_t most = powers[2 * band];
     uint8_t delta = powers[2 * band + 1];
     ConsolePrintf("\n%s\n", BandNames[band]);
-    ConsolePrintf("%6s Max Power:      %s dBm (0x%.2X)\n", "", HalfDecibels(most).text, most);
-    ConsolePrintf("%6s ANT1/2(Delta):  %s dBm (0x%.2X)\n", "", HalfDecibels(delta).text, delta);
+    ConsolePrintf("%6s Max Power:      %.1f dBm (0x%.2X)\n", "", most / 2.0, most);
+    ConsolePrintf("%6s ANT1/2(Delta):  %.1f dBm (0x%.2X)\n", "", delta / 2.0, delta);
   }
 }
 

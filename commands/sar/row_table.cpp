@@ -22,14 +22,6 @@ const uint8_t* RowPowers(const RowTable& table, const AcpiTableQuery& record, ui
   return &record.bytes[table.firstRowAt + row * RowLength(table) + 1];
 }
 
-DecibelText HalfDecibels(int halfDecibels) {
-  DecibelText shown = {};
-  const int magnitude = halfDecibels < 0 ? -halfDecibels : halfDecibels;
-  BoundedPrintf(shown.text, sizeof(shown.text), "%s%d.%d", halfDecibels < 0 ? "-" : "",
-                magnitude / 2, magnitude % 2 * 5);
-  return shown;
-}
-
 void PrintRowTable(const SarLayout& layout, const RowTable& table, const AcpiTableQuery& record,
                    uint32_t current) {
   uint32_t count = record.bytes[table.rowCountAt];

@@ -10,7 +10,7 @@ struct RowTable {
   uint32_t rowCountAt;    // one byte
   uint32_t firstRowAt;    // row r begins r row lengths later
   uint32_t linesPerRow;   // one for both antennas, or one for each
-  uint32_t bytesPerLine;  // one for each shown value
+  uint32_t bytesPerLine;  // one for each shown value, in half decibels
   const char* firstHead;  // the heading of the table's first byte
   const char* kind;
   const char* listHead;
@@ -23,11 +23,3 @@ const uint8_t* RowPowers(const RowTable& table, const AcpiTableQuery& record, ui
 // Prints the head of the table and the rows that lie inside the record. Row `current` is marked.
 void PrintRowTable(const SarLayout& layout, const RowTable& table, const AcpiTableQuery& record,
                    uint32_t current);
-
-// A power in decibels, with one decimal.
-struct DecibelText {
-  char text[8];
-};
-
-// Takes a power in half decibels.
-DecibelText HalfDecibels(int halfDecibels);

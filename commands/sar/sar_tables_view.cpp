@@ -67,11 +67,11 @@ void PrintPowerLimits(const RowTable& table, const uint8_t* powers) {
     uint8_t main = powers[band];
     ConsolePrintf("%6s %s", "", BandLabels[band]);
     if (table.linesPerRow == 1) {
-      ConsolePrintf("%s dBm (0x%.2X)\n", HalfDecibels(main).text, main);
+      ConsolePrintf("%.1f dBm (0x%.2X)\n", main / 2.0, main);
     } else {
       uint8_t aux = powers[table.bytesPerLine + band];
-      ConsolePrintf("Main: %s dBm (0x%.2X), Aux: %s dBm (0x%.2X)\n", HalfDecibels(main).text, main,
-                    HalfDecibels(aux).text, aux);
+      ConsolePrintf("Main: %.1f dBm (0x%.2X), Aux: %.1f dBm (0x%.2X)\n", main / 2.0, main,
+                    aux / 2.0, aux);
     }
   }
 }

@@ -22,21 +22,20 @@ constexpr const char* RateNames[] = {"CCK",   "OFDM",  "HT20",   "HT40",  "VHT20
                                      "RU106", "RU242", "RU484",  "RU996", "RU996*2"};
 constexpr uint32_t RateCount = sizeof(RateNames) / sizeof(RateNames[0]);
 
-// Version 0: band, channel index, power, a byte without meaning.
+// Version 0: band, channel index, power in half decibels, a byte without meaning.
 void PrintPlainRow(const uint8_t* row, uint32_t number) {
   if (row[0] >= PlainBands) return;
-  ConsolePrintf("Index%d: Band: %s, ChannelIndex: %d, MaxTxPower: %s dBm(0x%.2X)\n",
-                static_cast<int>(number), BandNames[row[0]], row[1], HalfDecibels(row[2]).text,
-                row[2]);
+  ConsolePrintf("Index%d: Band: %s, ChannelIndex: %d, MaxTxPower: %.1f dBm(0x%.2X)\n",
+                static_cast<int>(number), BandNames[row[0]], row[1], row[2] / 2.0, row[2]);
 }
 
 // Version 1: band, channel index, rate class, power. Here the power is signed.
 void PrintRatedRow(const uint8_t* row, uint32_t number) {
   if (row[0] >= RatedBands) return;
   auto power = static_cast<int8_t>(row[3]);
-  ConsolePrintf("Index%d: Band: %s, ChannelIndex: %d, Rate: %s, MaxTxPower: %s dBm(0x%.2X)\n",
+  ConsolePrintf("Index%d: Band: %s, ChannelIndex: %d, Rate: %s, MaxTxPower: %.1f dBm(0x%.2X)\n",
                 static_cast<int>(number), BandNames[row[0]], row[1],
-                row[2] < RateCount ? RateNames[row[2]] : "Unknown", HalfDecibels(power).text,
+                row[2] < RateCount ? RateNames[row[2]] : "Unknown", power / 2.0,
                 static_cast<uint32_t>(power));
 }
 

@@ -9,18 +9,9 @@
 #include "app/console/print.h"
 #include "app/console/scan.h"
 #include "app/console/text.h"
-#include "commands/sar/row_table.h"
 #include "platform/clock.h"
 
 namespace {
-
-TEST(Print, WritesDecibelsAsTheCLibraryDoes) {
-  for (int half = INT8_MIN; half <= UINT8_MAX; half++) {
-    char expected[16];
-    snprintf(expected, sizeof(expected), "%.1f", half * 0.5);
-    EXPECT_STREQ(HalfDecibels(half).text, expected);
-  }
-}
 
 TEST(Scan, ReadsNumbersAsTheCLibraryDoes) {
   std::istringstream texts(

@@ -1,8 +1,12 @@
 #include "simulator/trace.h"
 
+#include <charconv>
 #include <cstring>
+#include <string_view>
 
 namespace {
+
+constexpr uint32_t MostDigits = 10;  // of a 32-bit number
 
 void Flush(Trace* trace) {
   if (trace->chunkBytes == 0) return;
@@ -24,20 +28,10 @@ void AddText(Trace* trace, const char* text) {
   for (; *text != 0; text++) AddCharacter(trace, *text);
 }
 
-// Writes the digits of a number. Returns how many.
-uint32_t FormatDecimal(uint32_t value, char (&digits)[10]) {
-  uint32_t count = 0;
-  for (uint32_t rest = value; count == 0 || rest > 0; rest /= 10) count++;
-  for (uint32_t i = count; i > 0; i--, value /= 10) {
-    digits[i - 1] = static_cast<char>('0' + value % 10);
-  }
-  return count;
-}
-
 void AddDecimal(Trace* trace, uint32_t value) {
-  char digits[10];
-  const uint32_t count = FormatDecimal(value, digits);
-  for (uint32_t i = 0; i < count; i++) AddCharacter(trace, digits[i]);
+  char digits[MostDigits];
+  const char* end = std::to_chars(digits, digits + sizeof(digits), value).ptr;
+  for (const char* digit = digits; digit < end; digit++) AddCharacter(trace, *digit);
 }
 
 void AddByte(Trace* trace, uint8_t byte) {
@@ -197,16 +191,10 @@ void TraceComment(Trace* trace, const char* comment, uint32_t size) {
 }
 
 uint32_t FormatLeftOut(uint32_t leftOut, char* line) {
-  const char* text = TraceComments[LeftOutComment];
-  char digits[10];
-  const uint32_t count = FormatDecimal(leftOut, digits);
-  uint32_t size = 0;
-  while (text[size] != '%') {
-    line[size] = text[size];
-    size++;
-  }
-  memcpy(line + size, digits, count);
-  size += count;
-  line[size++] = '\n';
-  return size;
+  constexpr std::string_view Comment = TraceComments[LeftOutComment];
+  constexpr size_t Start = Comment.find('%');
+  memcpy(line, Comment.data(), Start);
+  char* end = std::to_chars(line + Start, line + Start + MostDigits, leftOut).ptr;
+  *end++ = '\n';
+  return static_cast<uint32_t>(end - line);
 }

@@ -1,17 +1,18 @@
 #include "app/console/scan.h"
 
+#include <cctype>
 #include <cstdarg>
 #include <cstdint>
 #include <cstring>
 
 namespace {
 
-bool IsBlank(char character) {
-  return character == ' ' || (character >= '\t' && character <= '\r');
+bool IsSpace(char character) {
+  return isspace(static_cast<unsigned char>(character)) != 0;
 }
 
-const char* SkipBlanks(const char* text) {
-  while (IsBlank(*text)) text++;
+const char* SkipSpaces(const char* text) {
+  while (IsSpace(*text)) text++;
   return text;
 }
 
@@ -97,7 +98,7 @@ void StoreNumber(void* target, int halves, uint64_t value) {
 bool ReadWord(const char** text, const Field& field, char* target, size_t size) {
   const char* start = *text;
   size_t length = 0;
-  while (length < field.width && start[length] != 0 && !IsBlank(start[length])) length++;
+  while (length < field.width && start[length] != 0 && !IsSpace(start[length])) length++;
   if (length >= size) return false;
   memcpy(target, start, length);
   target[length] = 0;
@@ -129,7 +130,7 @@ int ScanArgument(const char* text, const char* format, ...) {
     }
     Field field = {};
     format = ReadField(format + 1, &field);
-    text = SkipBlanks(text);
+    text = SkipSpaces(text);
     ended = *text == 0;
     if (ended) break;
     void* target = va_arg(targets, void*);
@@ -148,7 +149,7 @@ int ScanArgument(const char* text, const char* format, ...) {
 }
 
 int ParseInteger(const char* text) {
-  text = SkipBlanks(text);
+  text = SkipSpaces(text);
   Field field = {SIZE_MAX, 0, 'd'};
   uint64_t bits = 0;
   if (!ReadNumber(&text, field, &bits)) return 0;

@@ -268,18 +268,11 @@ int HandleStaStatCommand(int /*argc*/, char** /*argv*/) {
 namespace {
 
 constexpr size_t MacTextLength = 17;
-constexpr uint8_t NoHexDigit = 255;
-
-uint8_t HexDigitValue(char character) {
-  const unsigned value = DigitValue(character);
-  return value < 16 ? static_cast<uint8_t>(value) : NoHexDigit;
-}
 
 // Turns 2 * `count` digits into `count` bytes. The caller has checked that they are digits.
 void HexStringToBytes(const char* text, uint8_t* bytes, size_t count) {
   for (size_t i = 0; i < count; i++) {
-    bytes[i] =
-        static_cast<uint8_t>(HexDigitValue(text[2 * i]) * 16 + HexDigitValue(text[2 * i + 1]));
+    bytes[i] = static_cast<uint8_t>(DigitValue(text[2 * i]) * 16 + DigitValue(text[2 * i + 1]));
   }
 }
 
@@ -290,7 +283,7 @@ bool ParseMacAddress(const char* text, uint8_t (&address)[6]) {
   // With six pairs of digits the other five characters must be the colons.
   for (size_t i = 0; i < MacTextLength; i++) {
     bool isColonPlace = i % 3 == 2;
-    if (isColonPlace ? text[i] != ':' : HexDigitValue(text[i]) == NoHexDigit) return false;
+    if (isColonPlace ? text[i] != ':' : DigitValue(text[i]) >= 16) return false;
   }
   for (size_t i = 0; i < sizeof(address); i++) HexStringToBytes(text + 3 * i, address + i, 1);
   return true;

@@ -57,6 +57,7 @@ def check_texts(folder, edition):
         assert not problems, f"{path}: {problems}"
         with open(f"{folder}/{path[:-3]}.html", encoding="utf-8") as file:
             page = file.read()
+        assert "<!--" not in page, f"{path}: something was left out"
         for link in re.findall(r'(?:href|src)="([^"]*)"', page):
             name, _, anchor = link.partition("#")
             target = os.path.join(folder, os.path.dirname(path), name) if name else file.name
@@ -65,8 +66,8 @@ def check_texts(folder, edition):
 
 
 def run_in(folder, line):
-    done = programs.run([*STARTER, "cmd", "/c", line], cwd=folder)
-    return done.stdout.decode("latin-1").replace("\r", "")
+    printed = programs.run([*STARTER, "cmd", "/c", line + " 2>&1"], cwd=folder).stdout
+    return re.sub(rb"[\x80-\xFF]", lambda m: b"\\x%02X" % ord(m[0]), printed).decode().replace("\r", "")
 
 
 def check_examples(folder, document):
@@ -76,7 +77,9 @@ def check_examples(folder, document):
     for _, name, text in blocks:
         if name:
             check_documents.write(name, text.replace("\n", "\r\n"))
-    runs = [text for _, _, text in blocks if text.startswith("> ")]
+    # Under Wine the device opens whatever the scenario says.
+    runs = [text for _, _, text in blocks
+            if text.startswith("> ") and "no-driver.a8000" not in text]
     assert runs, document
     run_in(folder, "a8000ctl scenario --builtin")
     for text in runs:
@@ -88,7 +91,8 @@ def check_examples(folder, document):
         for (line, _, shown), printed in zip(pieces, output[:-1], strict=True):
             shown, printed = (BANNER.sub(b"", text.encode(), count=1).rstrip()
                               for text in (shown, printed))
-            if not line.startswith("a8000ctl") and not check_documents.fits(shown, printed):
+            silent = line.startswith("a8000ctl") and not shown
+            if not silent and not check_documents.fits(shown, printed):
                 sys.exit(f"{document}: {line}\n"
                          + differences("", lines_of(shown), lines_of(printed)))
 
@@ -100,8 +104,7 @@ def check_batch_files(folder):
         run_in(folder, f"a8000ctl {change}")
         for line, *ends in BATCH:
             printed = "\n" + run_in(folder, line).rstrip()
-            if not printed.endswith(ends[number - 1]):
-                sys.exit(f"{line}: {printed}\nis not what is printed after {change}")
+            assert printed.endswith(ends[number - 1]), f"{line}, after {change}: {printed}"
     run_in(folder, "a8000ctl install")
 
 
@@ -131,10 +134,6 @@ def check_header(folder, compiler):
         assert done.returncode == 0, done
 
 
-def run(*words):
-    return programs.run([*STARTER, *words], text=True).stdout.splitlines()
-
-
 def main(build, objdump, *compiler):
     with tempfile.TemporaryDirectory() as folder:
         packed = programs.run(["cpack", "-B", folder], 300, cwd=build, text=True)
@@ -145,18 +144,14 @@ def main(build, objdump, *compiler):
         check_header(engineering, compiler)
         check_texts(engineering, "engineering")
         check_texts(program, "program")
-        # The driver is the one in the package, too.
-        run(f"{engineering}/a8000ctl.exe", "install")
-        for tool in (f"{program}/wlanx.exe", f"{engineering}/wlanx-eng.exe"):
-            assert run(tool, "get_mac_add")[-1] == "MAC Address: 02-A8-00-5C-1D-42"
-        for document in ("commands.md", "usage-texts.md", "engineering-commands.md",
-                         "driver-protocol.md"):
-            check_examples(engineering, f"docs/{document}")
+        run_in(engineering, "a8000ctl install")
+        assert run_in(program, "wlanx get_mac_add").endswith(": 02-A8-00-5C-1D-42\n")
+        for document in ("commands", "usage-texts", "engineering-commands", "driver-protocol",
+                         "simulator", "json", "wtbl-example"):
+            check_examples(engineering, f"docs/{document}.md")
         check_batch_files(engineering)
-        run(f"{engineering}/a8000ctl.exe", "scenario", f"{engineering}/scenarios/refusal.a8000")
-        assert run(f"{program}/wlanx.exe", "get_mac_add")[-1].startswith("Error")
         check_examples(engineering, "docs/without-adapter.md")  # removes the driver at its end
-        run(f"{build}/a8000ctl.exe", "install")
+        run_in(build, "a8000ctl install")
 
 
 if __name__ == "__main__":

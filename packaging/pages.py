@@ -134,8 +134,8 @@ def typed(match):
 
 
 def page(text, title, pages, converter, style):
-    done = subprocess.run([converter, "-e", "table", "--to", "html"], input=text, check=True,
-                          capture_output=True, encoding="utf-8")
+    done = subprocess.run([converter, "--unsafe", "-e", "table", "--to", "html"], input=text,
+                          check=True, capture_output=True, encoding="utf-8")  # unsafe keeps <br>
     body = re.sub(r"<h(\d)>(.*?)</h\1>", heading, done.stdout)
     body = re.sub(r'(href="(?!\w+:)[^"#]*)\.md(?=["#])', r"\1.html", body)
     body = re.sub(r'<pre><code class="language-text">.*?</pre>', typed, body, flags=re.S)

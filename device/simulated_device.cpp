@@ -1,18 +1,15 @@
 // The device's calls on hosts that have no driver for it: the simulated adapter answers in the
 // tool's own process. A8000_SCENARIO names the scenario file (the built-in scenario without it),
 // A8000_TRACE a file that every call is recorded in.
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <cstdlib>
 
 #include "device/device.h"
 #include "device/trace_file.h"
 #include "simulator/adapter.h"
 #include "simulator/builtin_scenario.h"
-#include "simulator/scenario_error.h"
+#include "simulator/host_program.h"
 #include "simulator/scenario_memory.h"
 #include "simulator/scenario_parser.h"
 
@@ -34,97 +31,39 @@ SimulatedDevice* Device() {
   return &device;
 }
 
-// Prints "a8000: FILE:LINE: what is wrong: WORD" on standard error. `word` is the one at fault.
-void ReportError(const char* name, const ScenarioError* error, const char* text) {
-  char line[12] = {};
-  char* digit = line + sizeof(line) - 1;
-  uint32_t number = error->line;
-  do {
-    *--digit = static_cast<char>('0' + number % 10);
-    number /= 10;
-  } while (number > 0);
-
-  WriteMessage("a8000: ");
-  WriteMessage(name);
-  WriteMessage(":");
-  WriteMessage(digit);
-  WriteMessage(": ");
-  WriteMessage(error->what);
-  if (error->wordLength > 0) {
-    char word[MostShown + 1];
-    CopyWord(text + error->wordStart, error->wordLength, word);
-    WriteMessage(": ");
-    WriteMessage(word);
-  }
-  WriteMessage("\n");
-}
-
-struct FileText {
-  char* bytes;
-  size_t size;
-};
-
-// Makes room for more of a file's text. Returns false if there is no memory or the limit is
-// reached. The limit is one byte more than a scenario may have, so that the parser refuses it.
-bool GrowText(FileText* text, size_t* capacity) {
-  constexpr size_t Limit = MaxScenarioBytes + size_t{1};
-  const size_t doubled = *capacity == 0 ? 65536 : *capacity * 2;
-  const size_t wanted = doubled < Limit ? doubled : Limit;
-  if (wanted == *capacity) return false;
-  char* larger = static_cast<char*>(realloc(text->bytes, wanted));
-  if (larger == nullptr) return false;
-  text->bytes = larger;
-  *capacity = wanted;
-  return true;
-}
-
-// Reads a file to its end or to the limit. Returns false on failure; errno says why.
-bool ReadText(const char* name, FileText* text) {
-  const int file = open(name, O_RDONLY | O_CLOEXEC);
-  if (file < 0) return false;
-  size_t capacity = 0;
-  ssize_t got = 1;
-  while (got > 0) {
-    if (text->size == capacity && !GrowText(text, &capacity)) break;
-    do {
-      got = read(file, text->bytes + text->size, capacity - text->size);
-    } while (got < 0 && errno == EINTR);
-    if (got > 0) text->size += static_cast<size_t>(got);
-  }
-  const int error = errno;
-  close(file);
-  errno = error;
-  return got >= 0 && (got == 0 || text->size > MaxScenarioBytes);
-}
-
 // Parses a scenario that has no errors into memory that the process keeps, and starts the adapter
 // with it. Returns false if there is no memory.
-bool StoreScenario(SimulatedDevice* device, const FileText* text, ScenarioSizes sizes) {
+bool StoreScenario(SimulatedDevice* device, const char* text, uint32_t size, ScenarioSizes sizes) {
   device->memory = calloc(1, ScenarioMemoryBytes(&sizes) + size_t{1});
   if (device->memory == nullptr) return false;
   ScenarioMemory memory = {};
   uint32_t* served = DivideScenarioMemory(device->memory, &sizes, &memory);
-  ParseScenario(text->bytes, text->size, &memory, &sizes, &device->scenario);
+  ParseScenario(text, size, &memory, &sizes, &device->scenario);
   AdapterStart(&device->adapter, &device->scenario, served);
   return true;
 }
 
-// If the file cannot be used, prints a message and returns false.
-bool LoadScenario(SimulatedDevice* device, const char* name) {
-  FileText text = {};
+// Reads a scenario into `text`, which takes a byte more than a scenario may have, so that the
+// parser refuses it. If the file cannot be used, prints a message and returns false.
+bool ReadScenario(SimulatedDevice* device, const char* name, char* text) {
+  uint32_t size = 0;
+  if (!ReadTextFile(name, text, MaxScenarioBytes + 1, &size)) return false;
   ScenarioSizes sizes = {};
-  ScenarioError error = {};
-  bool loaded = false;
-  if (ReadText(name, &text)) {
-    error = ParseScenario(text.bytes, text.size, nullptr, &sizes, nullptr);
-    loaded = error.what == nullptr && StoreScenario(device, &text, sizes);
-  }
+  const ScenarioError error = ParseScenario(text, size, nullptr, &sizes, nullptr);
   if (error.what != nullptr) {
-    ReportError(name, &error, text.bytes);
-  } else if (!loaded) {
-    ReportFileError(name);
+    ReportInFile(name, error, text);
+    return false;
   }
-  free(text.bytes);
+  if (StoreScenario(device, text, size, sizes)) return true;
+  ReportFileFailure(name);
+  return false;
+}
+
+bool LoadScenario(SimulatedDevice* device, const char* name) {
+  char* text = static_cast<char*>(malloc(MaxScenarioBytes + size_t{1}));
+  if (text == nullptr) ReportFileFailure(name);
+  const bool loaded = text != nullptr && ReadScenario(device, name, text);
+  free(text);
   return loaded;
 }
 
@@ -149,8 +88,7 @@ bool Start(SimulatedDevice* device) {
   const char* scenarioName = HostVariable("A8000_SCENARIO");
   const char* traceName = HostVariable("A8000_TRACE");
   if (scenarioName != nullptr && traceName != nullptr && IsSameFile(scenarioName, traceName)) {
-    const ScenarioError error = {0, "the trace would take the place of the scenario", 0, 0};
-    ReportError(traceName, &error, nullptr);
+    ReportFile(traceName, "the trace would take the place of the scenario");
     return false;
   }
   const bool loaded =

@@ -2,7 +2,15 @@
 
 #include <cstring>
 
+#include "simulator/host_program.h"
+
 namespace {
+
+void ReportTraceError(const char* name) {
+  char reason[FileErrorSize];
+  LastFileError(reason);
+  ReportFile(name, reason);
+}
 
 bool TakePiece(void* context, const char* bytes, uint32_t size) {
   auto* trace = static_cast<TraceFile*>(context);
@@ -33,7 +41,7 @@ void WriteLine(void* context, LineEnd end) {
   if (trace->end > start + size) CutHostFile(trace->file, start);
   if (!WriteHostFile(trace->file, trace->line, size)) {
     // A part of a line is removed from the file.
-    ReportFileError(trace->name);
+    ReportTraceError(trace->name);
     EndHostFile(trace->file, start);
     trace->file = NoHostFile;
     trace->trace.stopped = true;
@@ -53,6 +61,6 @@ bool CreateTraceFile(TraceFile* trace, const char* name) {
   trace->end = 0;
   trace->seeks = trace->file != NoHostFile && SeekHostFile(trace->file, 0);
   TraceStart(&trace->trace, {TakePiece, WriteLine, trace});
-  if (trace->file == NoHostFile) ReportFileError(name);
+  if (trace->file == NoHostFile) ReportTraceError(name);
   return trace->file != NoHostFile;
 }

@@ -1,4 +1,4 @@
-// Files, variables and messages by the host's own calls, for what is recorded beside the tool's own
+// Files and variables by the host's own calls, for what is recorded beside the tool's own
 // output. Names are UTF-8 on Windows, bytes elsewhere.
 #pragma once
 
@@ -28,8 +28,6 @@ void SaveHostFile(HostFile file);
 // Closes a file, cut after `size` bytes where it can be cut.
 void EndHostFile(HostFile file, uint32_t size);
 
-// Writes to standard error.
-void WriteMessage(const char* text);
-
-// Prints "a8000: NAME:0: what is wrong", with the reason why the last call failed.
-void ReportFileError(const char* name);
+// Why the last call failed, in words or by its code.
+constexpr int FileErrorSize = 128;
+void LastFileError(char (&reason)[FileErrorSize]);

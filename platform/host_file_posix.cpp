@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -27,7 +28,6 @@ HostFile CreateHostFile(const char* name) {
 bool WriteHostFile(HostFile file, const char* bytes, uint32_t size) {
   while (size > 0) {
     const ssize_t written = write(static_cast<int>(file), bytes, size);
-    if (written < 0 && errno == EINTR) continue;
     if (written <= 0) return false;
     bytes += written;
     size -= static_cast<uint32_t>(written);
@@ -53,17 +53,8 @@ void EndHostFile(HostFile file, uint32_t size) {
   close(static_cast<int>(file));
 }
 
-void WriteMessage(const char* text) {
-  WriteHostFile(STDERR_FILENO, text, static_cast<uint32_t>(strlen(text)));
-}
-
-void ReportFileError(const char* name) {
-  const char* reason = strerror(errno);
-  WriteMessage("a8000: ");
-  WriteMessage(name);
-  WriteMessage(":0: ");
-  WriteMessage(reason);
-  WriteMessage("\n");
+void LastFileError(char (&reason)[FileErrorSize]) {
+  snprintf(reason, sizeof(reason), "%s", strerror(errno));
 }
 
 #endif

@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <cstdio>
-#include <cstring>
 
 #include "platform/host_file.h"
 
@@ -63,17 +62,8 @@ void EndHostFile(HostFile file, uint32_t size) {
   CloseHandle(HandleOf(file));
 }
 
-void WriteMessage(const char* text) {
-  HANDLE stream = GetStdHandle(STD_ERROR_HANDLE);
-  WriteHostFile(reinterpret_cast<HostFile>(stream), text, static_cast<uint32_t>(strlen(text)));
-}
-
-void ReportFileError(const char* name) {
-  char reason[32];
-  snprintf(reason, sizeof(reason), ":0: error %lu\r\n", GetLastError());
-  WriteMessage("a8000: ");
-  WriteMessage(name);
-  WriteMessage(reason);
+void LastFileError(char (&reason)[FileErrorSize]) {
+  snprintf(reason, sizeof(reason), "error %lu", GetLastError());
 }
 
 #endif

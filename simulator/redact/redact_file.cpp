@@ -1,11 +1,10 @@
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
+#include "simulator/host_program.h"
 #include "simulator/redact/redact.h"
 #include "simulator/redact/whole_file.h"
-#include "simulator/scenario_error.h"
 
 namespace {
 
@@ -95,26 +94,12 @@ bool PrintSummary(const Redaction* redaction) {
   return false;
 }
 
-void FailText(const char* name, const TextView* text, const ScenarioError* error) {
-  (void)fprintf(stderr, "a8000: %s:%u: %s", name, error->line, error->what);
-  if (text->bytes != nullptr && error->wordLength > 0) {
-    char word[MostShown + 1];
-    CopyWord(text->bytes + error->wordStart, error->wordLength, word);
-    (void)fprintf(stderr, ": %s", word);
-  }
-  (void)fprintf(stderr, "\n");
-}
-
-// Reads a file to its end. Returns false, after a message, where it cannot or has too little room.
+// Reads a file to its end. Returns false, after a message, if it cannot or has too little room.
 bool ReadTrace(const char* name, char* bytes, uint32_t room, TextView* text) {
-  FILE* file = fopen(name, "rb");
   *text = {bytes, 0};
-  if (file != nullptr) text->size = static_cast<uint32_t>(fread(bytes, 1, room, file));
-  const bool isRead = file != nullptr && ferror(file) == 0;
-  if (!isRead) ReportFileFailure(name);
-  if (file != nullptr) (void)fclose(file);
-  if (!isRead || text->size < room) return isRead;
-  (void)fprintf(stderr, "a8000: %s:0: the traces are larger than 16 MiB\n", name);
+  if (!ReadTextFile(name, bytes, room, &text->size)) return false;
+  if (text->size < room) return true;
+  ReportFile(name, "the traces are larger than 16 MiB");
   return false;
 }
 
@@ -123,7 +108,7 @@ bool ReadTraces(const Request* request, char* bytes, TextView* traces) {
   uint32_t used = 0;
   for (uint32_t i = 0; i < request->traceCount; i++) {
     if (IsSameFile(request->names[i], report)) {
-      (void)fprintf(stderr, "a8000: %s:0: the report would take the place of the trace\n", report);
+      ReportFile(report, "the report would take the place of the trace");
       return false;
     }
     // One byte more than a scenario may have is read, to be refused.
@@ -141,7 +126,7 @@ int Redact(const Request* request, const TextView* traces) {
   const uint32_t wrong = redaction.errorText;
   int result = Failed;
   if (redaction.error.what != nullptr) {
-    FailText(request->names[wrong], &traces[wrong], &redaction.error);
+    ReportInFile(request->names[wrong], redaction.error, traces[wrong].bytes);
   } else if (WriteWholeFile(request->names[request->traceCount], redaction.report,
                             redaction.size)) {
     result = PrintSummary(&redaction) ? Done : Failed;
@@ -180,7 +165,7 @@ int RunRedact(int count, char** words) {
   char* bytes = static_cast<char*>(malloc(MaxScenarioBytes + size_t{1}));
   int result = Failed;
   if (texts == nullptr || bytes == nullptr) {
-    (void)fprintf(stderr, "a8000: not enough memory\n");
+    Report("not enough memory");
   } else {
     request.words = texts + count;
     result = WrongWords;

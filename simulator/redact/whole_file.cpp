@@ -9,6 +9,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "simulator/host_program.h"
+
 #ifdef _WIN32
 
 #include <windows.h>
@@ -101,10 +103,6 @@ bool WriteAndRename(const char* name, const char* bytes, size_t size) {
 }
 
 }  // namespace
-
-void ReportFileFailure(const char* name) {
-  (void)fprintf(stderr, "a8000: %s:0: %s\n", name, strerror(errno));
-}
 
 bool WriteWholeFile(const char* name, const char* bytes, size_t size) {
   void (*handlers[SignalCount])(int) = {};

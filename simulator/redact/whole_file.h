@@ -9,6 +9,3 @@ bool WriteWholeFile(const char* name, const char* bytes, size_t size);
 
 // Whether two names mean the same file, also through links.
 bool IsSameFile(const char* name, const char* other);
-
-// Prints "a8000: NAME:0: what is wrong", with the reason in errno.
-void ReportFileFailure(const char* name);

@@ -1,14 +1,13 @@
 // a8000ctl.exe: installs the simulated adapter's driver, gives it scenarios and fetches traces.
 #include <windows.h>
 
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
+#include "simulator/host_program.h"
 #include "simulator/redact/redact.h"
 #include "simulator/redact/whole_file.h"
-#include "simulator/scenario_error.h"
 #include "simulator/trace.h"
 #include "simulator/windows/control_protocol.h"
 #include "simulator/windows/service_control.h"
@@ -32,12 +31,6 @@ constexpr char Usage[] =
 
 constexpr int Done = 0;
 constexpr int Failed = 1;
-
-// Says "a8000: FILE:0: what is wrong" for a file that the host refuses.
-int FailFile(const char* name) {
-  fprintf(stderr, "a8000: %s:0: %s\n", name, strerror(errno));
-  return Failed;
-}
 
 // Sends one request to the driver. `returned` is the length of its answer. Returns a last-error
 // code, 0 if the driver answered.
@@ -74,13 +67,16 @@ int Install() {
   static char path[PathBytes + sizeof(DriverFile)];
   const DWORD length = GetModuleFileNameA(nullptr, path, PathBytes);
   if (length == 0 || length >= PathBytes) {
-    fprintf(stderr, "a8000: the path of this program is too long\n");
+    Report("the path of this program is too long");
     return Failed;
   }
   char* name = strrchr(path, '\\');
   memcpy(name != nullptr ? name + 1 : path, DriverFile, sizeof(DriverFile));
   FILE* file = fopen(path, "rb");
-  if (file == nullptr) return FailFile(path);
+  if (file == nullptr) {
+    ReportFileFailure(path);
+    return Failed;
+  }
   fclose(file);
   // A driver in use would get the request to stop, and would then serve nobody.
   if (IsDeviceOpen()) {
@@ -98,53 +94,42 @@ int Remove() {
   return Done;
 }
 
-struct LoadText {
-  uint32_t size;                    // of the scenario's text
-  char text[MaxScenarioBytes + 1];  // one byte more than the driver takes, so that it can refuse
-};
+// Tells the driver the end of the scenario's name, as much as it keeps.
+void NameScenario(const char* name) {
+  constexpr size_t Most = sizeof(SimulatorStatus::name) - 1;
+  const size_t length = strlen(name);
+  char end[Most] = {};
+  const size_t kept = length > Most ? Most : length;
+  memcpy(end, name + length - kept, kept);
+  DWORD returned = 0;
+  Ask(ControlNameScenario, end, static_cast<uint32_t>(kept), nullptr, 0, &returned);
+}
 
-int ReadAndLoad(const char* name, FILE* file, LoadText* load) {
-  load->size = static_cast<uint32_t>(fread(load->text, 1, sizeof(load->text), file));
-  if (ferror(file)) return FailFile(name);
+// `text` takes one byte more than a scenario may have, so that the driver can refuse it.
+int ReadAndLoad(const char* name, char* text) {
+  uint32_t size = 0;
+  if (!ReadTextFile(name, text, MaxScenarioBytes + 1, &size)) return Failed;
   LoadReply reply = {};
   DWORD returned = 0;
-  if (!Ask(ControlLoadScenario, load->text, load->size, &reply, sizeof(reply), &returned)) {
-    return Failed;
-  }
+  if (!Ask(ControlLoadScenario, text, size, &reply, sizeof(reply), &returned)) return Failed;
   if (reply.what[0] == 0) {
-    constexpr size_t Most = sizeof(SimulatorStatus::name) - 1;
-    const size_t length = strlen(name);
-    char end[Most] = {};
-    memcpy(end, name + (length > Most ? length - Most : 0), length > Most ? Most : length);
-    Ask(ControlNameScenario, end, static_cast<uint32_t>(length > Most ? Most : length), nullptr, 0,
-        &returned);
+    NameScenario(name);
     printf("The simulated adapter answers from %s.\n", name);
     return Done;
   }
   reply.what[sizeof(reply.what) - 1] = 0;
-  fprintf(stderr, "a8000: %s:%u: %s", name, reply.line, reply.what);
-  if (reply.wordLength > 0 && reply.wordLength <= load->size &&
-      reply.wordStart <= load->size - reply.wordLength) {
-    char word[MostShown + 1];
-    CopyWord(load->text + reply.wordStart, reply.wordLength, word);
-    fprintf(stderr, ": %s", word);
-  }
-  fprintf(stderr, "\n");
+  const bool hasWord = reply.wordLength <= size && reply.wordStart <= size - reply.wordLength;
+  const ScenarioError error = {reply.line, reply.what, reply.wordStart,
+                               hasWord ? reply.wordLength : 0};
+  ReportInFile(name, error, text);
   return Failed;
 }
 
 int LoadFile(const char* name) {
-  FILE* file = fopen(name, "rb");
-  if (file == nullptr) return FailFile(name);
-  auto* load = static_cast<LoadText*>(malloc(sizeof(LoadText)));
-  int result = Failed;
-  if (load == nullptr) {
-    fprintf(stderr, "a8000: not enough memory\n");
-  } else {
-    result = ReadAndLoad(name, file, load);
-  }
-  free(load);
-  fclose(file);
+  char* text = static_cast<char*>(malloc(MaxScenarioBytes + size_t{1}));
+  if (text == nullptr) Report("not enough memory");
+  const int result = text != nullptr ? ReadAndLoad(name, text) : Failed;
+  free(text);
   return result;
 }
 
@@ -155,7 +140,7 @@ int LoadBuiltin() {
   return Done;
 }
 
-int Scenario(const char* name) {
+int LoadScenario(const char* name) {
   return strcmp(name, "--builtin") == 0 ? LoadBuiltin() : LoadFile(name);
 }
 
@@ -188,7 +173,7 @@ int WriteTrace(const char* name, char* bytes) {
   uint32_t size = 0;
   if (!QueryStatus(&before) || !FetchAll(bytes, &size) || !QueryStatus(&after)) return Failed;
   if (after.loads != before.loads) {
-    fprintf(stderr, "a8000: a scenario was loaded while the trace was fetched; fetch it again\n");
+    Report("a scenario was loaded while the trace was fetched; fetch it again");
     return Failed;
   }
   if (after.leftOut > 0) size += FormatLeftOut(after.leftOut, bytes + size);
@@ -201,10 +186,10 @@ int WriteTrace(const char* name, char* bytes) {
   return Failed;
 }
 
-int Trace(const char* name) {
+int SaveTrace(const char* name) {
   char* bytes = static_cast<char*>(malloc(MaxScenarioBytes));
   if (bytes == nullptr) {
-    fprintf(stderr, "a8000: not enough memory\n");
+    Report("not enough memory");
     return Failed;
   }
   const int result = WriteTrace(name, bytes);
@@ -235,8 +220,8 @@ int RunCommand(const char* command, const char* name) {
     if (strcmp(command, "remove") == 0) return Remove();
     if (strcmp(command, "status") == 0) return Status();
   } else {
-    if (strcmp(command, "scenario") == 0) return Scenario(name);
-    if (strcmp(command, "trace") == 0) return Trace(name);
+    if (strcmp(command, "scenario") == 0) return LoadScenario(name);
+    if (strcmp(command, "trace") == 0) return SaveTrace(name);
   }
   fputs(Usage, stderr);
   return Failed;
@@ -266,7 +251,7 @@ int RunLine(char* line) {
 }
 
 int RefuseLine() {
-  fprintf(stderr, "a8000: a line is too long or holds a zero byte\n");
+  Report("a line is too long or holds a zero byte");
   return Failed;
 }
 

@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "simulator/host_program.h"
+
 namespace {
 
 enum class DriverState {
@@ -30,7 +32,7 @@ constexpr DWORD DeletionStep = 100;
 constexpr DWORD TurnWait = 30000;
 
 bool Fail(const char* what) {
-  fprintf(stderr, "a8000: %s\n", what);
+  Report(what);
   return false;
 }
 

@@ -183,9 +183,14 @@ std::optional<size_t> TakeValue(const Match& match, const Field& field, Json val
   return matched;
 }
 
+// The value is made only after the rest has matched, since many ends are tried.
 std::optional<size_t> TakeText(const Match& match, const Field& field, size_t at, size_t end) {
+  const size_t index = match.found->size();
+  const auto matched = TakeValue(match, field, nullptr, end);
+  if (!matched) return {};
   const std::string_view taken = match.text.substr(at, end - at);
-  return TakeValue(match, field, field.kind == 'v' ? NumberOrText(taken) : Json(Utf8(taken)), end);
+  (*match.found)[index].value = field.kind == 'v' ? NumberOrText(taken) : Json(Utf8(taken));
+  return matched;
 }
 
 // Whether what follows the field may stand there. After a blank, \t only finds what it found

@@ -1,5 +1,6 @@
 #include "json/decode.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace {
@@ -15,23 +16,28 @@ bool IsLow(char16_t unit) {
 }
 
 void AppendUtf8(uint32_t character, std::string* text) {
-  const auto put = [&](uint32_t lead, int shift) {
-    const uint32_t bits = lead == 0x80 ? 0x3F : 0x7F;
-    *text += static_cast<char>(lead | (character >> shift & bits));
-  };
-  if (character < 0x80) {
-    put(0, 0);
-  } else if (character < 0x800) {
-    put(0xC0, 6);
-  } else if (character < 0x10000) {
-    put(0xE0, 12);
-    put(0x80, 6);
-  } else {
-    put(0xF0, 18);
-    put(0x80, 12);
-    put(0x80, 6);
+  static constexpr uint8_t Leads[] = {0, 0xC0, 0xE0, 0xF0};
+  const int more = character < 0x80 ? 0 : character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
+  *text += static_cast<char>(Leads[more] | character >> 6 * more);
+  for (int i = more - 1; i >= 0; i--) {
+    *text += static_cast<char>(0x80 | (character >> 6 * i & 0x3F));
   }
-  if (character >= 0x80) put(0x80, 0);
+}
+
+// The length of the UTF-8 character that the bytes begin with, 0 for none.
+size_t CharacterLength(std::string_view bytes) {
+  static constexpr uint32_t Least[] = {0, 0, 0x80, 0x800, 0x10000};
+  const auto first = static_cast<uint8_t>(bytes[0]);
+  if (first < 0x80) return 1;
+  const size_t length = first >> 5 == 6 ? 2 : first >> 4 == 14 ? 3 : first >> 3 == 30 ? 4 : 0;
+  if (length == 0 || length > bytes.size()) return 0;
+  uint32_t character = first & 0x7FU >> length;
+  for (const char next : bytes.substr(1, length - 1)) {
+    if ((next & 0xC0) != 0x80) return 0;
+    character = character << 6 | (next & 0x3FU);
+  }
+  const bool isHalf = character >= 0xD800 && character < 0xE000;
+  return character >= Least[length] && character < 0x110000 && !isHalf ? length : 0;
 }
 
 }  // namespace
@@ -66,4 +72,15 @@ std::string DecodeSavedText(std::string_view bytes) {
   constexpr char16_t Mark = 0xFEFF;
   if (text.starts_with(Mark)) text.erase(0, 1);
   return Utf8FromUtf16(text);
+}
+
+std::string Utf8(std::string_view bytes) {
+  std::string text;
+  while (!bytes.empty()) {
+    const size_t length = CharacterLength(bytes);
+    if (length == 0) AppendUtf8(static_cast<uint8_t>(bytes[0]), &text);
+    text += bytes.substr(0, length);
+    bytes.remove_prefix(std::max<size_t>(length, 1));
+  }
+  return text;
 }

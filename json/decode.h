@@ -4,9 +4,13 @@
 #include <string>
 #include <string_view>
 
-// Characters of 16 bits, in the order of the bytes that their mark or their first character tells,
-// become UTF-8, with U+FFFD for half a pair; a mark is left out. Other text stays as it is.
+// UTF-16 becomes UTF-8. The mark tells the order of its bytes, else the first character does. The
+// mark is left out. Other text stays as it is.
 std::string DecodeSavedText(std::string_view bytes);
 
-// UTF-16 as UTF-8.
+// UTF-16 as UTF-8. Half a pair becomes U+FFFD.
 std::string Utf8FromUtf16(std::u16string_view text);
+
+// Bytes as UTF-8: a byte that is not part of a character becomes the character of its value (0xE9
+// becomes U+00E9).
+std::string Utf8(std::string_view bytes);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "json/decode.h"
 #include "json/forms.h"
 
 namespace {
@@ -10,17 +11,21 @@ namespace {
 // More names in one object than any output has; a line that would go beyond is unread.
 constexpr size_t MostNames = 256;
 
-// Adds a value under a name; a name that is there already gets a list.
+// Adds a value to one that has the same name: the two become a list.
+void Append(Json* old, Json value) {
+  if (!old->is_array()) *old = Json::array({std::move(*old)});
+  old->push_back(std::move(value));
+}
+
+// Adds a value under a name.
 void Add(Json* object, std::string name, Json value) {
   const bool isList = name.ends_with("[]");
   if (isList) name.resize(name.size() - 2);
-  if (!object->contains(name)) {
+  if (object->contains(name)) {
+    Append(&(*object)[name], std::move(value));
+  } else {
     (*object)[name] = isList ? Json::array({std::move(value)}) : std::move(value);
-    return;
   }
-  Json& old = (*object)[name];
-  if (!old.is_array()) old = Json::array({std::move(old)});
-  old.push_back(std::move(value));
 }
 
 // Joins the names that were found in a line with the values that belong to them, and leaves out
@@ -85,9 +90,9 @@ std::string WithoutLineEnd(std::string_view line) {
 
 // The driver's text as lines, and as pairs where a line is "NAME = VALUE" or "NAME: VALUE".
 void AddFreeText(std::string_view text, Json* values) {
-  Json lines = Json::array();
-  std::vector<Found> pairs;
-  std::unordered_map<std::string, size_t> places;
+  Json& lines = (*values)["lines"] = Json::array();
+  Json::object_t pairs;
+  std::unordered_map<std::string, size_t> places;  // in the pairs, which are too many to search
   while (!text.empty()) {
     const std::string line = WithoutLineEnd(TakeLine(&text));
     lines.push_back(line);
@@ -100,20 +105,14 @@ void AddFreeText(std::string_view text, Json* values) {
     for (Found& pair : Named(std::move(found))) {
       const auto [at, isNew] = places.try_emplace(pair.name, pairs.size());
       if (isNew) {
-        pairs.push_back(std::move(pair));
-        continue;
+        pairs.emplace_back(std::move(pair.name), std::move(pair.value));
+      } else {
+        Append(&std::next(pairs.begin(), static_cast<ptrdiff_t>(at->second))->second,
+               std::move(pair.value));
       }
-      Json& old = pairs[at->second].value;
-      if (!old.is_array()) old = Json::array({std::move(old)});
-      old.push_back(std::move(pair.value));
     }
   }
-  (*values)["lines"] = std::move(lines);
-  Json& object = (*values)["pairs"] = Json::object();
-  // Past the look for an equal name, which there is none of.
-  for (Found& pair : pairs) {
-    object.get_ref<Json::object_t&>().emplace_back(std::move(pair.name), std::move(pair.value));
-  }
+  (*values)["pairs"] = std::move(pairs);
 }
 
 bool HasStatus(Statuses statuses, int64_t status) {

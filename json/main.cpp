@@ -5,7 +5,9 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <thread>
 
@@ -72,28 +74,33 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
   return options;
 }
 
+std::filesystem::path PathOf(const std::string& argument) {
+  return std::u8string(argument.begin(), argument.end());
+}
+
 std::string ReadSaved(const std::string& name) {
-  std::string text(LongestOutput + 1, '\0');
-  if (name == "-") {
-    text.resize(ReadStandardInput(text.data(), text.size()));
-    return text;
-  }
-  std::ifstream file(PathOf(name), std::ios::binary);
+  std::ifstream file;
+  if (name != "-") file.open(PathOf(name), std::ios::binary);
   if (!file) throw std::runtime_error("cannot open " + name);
-  file.read(text.data(), static_cast<std::streamsize>(text.size()));
-  text.resize(static_cast<size_t>(file.gcount()));
-  if (file.bad()) throw std::runtime_error("cannot read " + name);
+  std::istream& stream = name == "-" ? std::cin : file;
+  std::string text(LongestOutput + 1, '\0');
+  stream.read(text.data(), static_cast<std::streamsize>(text.size()));
+  text.resize(static_cast<size_t>(stream.gcount()));
+  if (stream.bad()) throw std::runtime_error("cannot read " + name);
   return text;
 }
 
 std::filesystem::path FindTool(const std::string& name) {
-  std::vector<std::filesystem::path> folders = SearchFolders();
-  folders.insert(folders.begin(), OwnFolder());
-  for (const std::filesystem::path& folder : folders) {
+  std::filesystem::path folder = OwnFolder();
+  std::basic_istringstream list(SearchPath());
+  do {
     std::error_code ignored;
     auto path = folder / (name + ProgramSuffix);
     if (std::filesystem::is_regular_file(path, ignored)) return path;
-  }
+    std::filesystem::path::string_type next;
+    std::getline(list, next, SearchPathDivider);
+    folder = next;
+  } while (list);
   throw std::runtime_error("there is no " + name + " beside this program or in PATH");
 }
 

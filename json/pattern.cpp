@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "json/decode.h"
+
 namespace {
 
 // The longest text that t, T and their relatives take. The longest that the tool prints is shorter.
@@ -78,58 +80,50 @@ std::optional<Reading> ReadMark(std::string_view text) {
   return {};
 }
 
-std::optional<Reading> ReadPower(std::string_view text) {
-  auto power = ReadFraction(text);
-  if (!power) return {};
-  size_t at = power->length;
-  for (const std::string_view between : {" dBm (0x", " dBm(0x"}) {
-    if (!text.substr(at).starts_with(between)) continue;
-    at += between.size();
-    const auto byte = ReadHexadecimal(text.substr(at));
-    if (!byte || !text.substr(at + byte->length).starts_with(')')) return {};
-    // Of a negative power the byte is shown with its sign spread over 32 bits.
-    const uint64_t shown = byte->value.get<uint64_t>() & 0xFF;
-    return Reading{{{"dbm", power->value}, {"byte", shown}}, at + byte->length + 1};
-  }
-  return {};
+std::optional<Reading> ReadBytes(std::string_view text, size_t count) {
+  if (text.size() < count) return {};
+  return Reading{Utf8(text.substr(0, count)), count};
 }
 
-std::optional<Reading> ReadByteList(std::string_view text) {
+std::optional<Reading> ReadTwoDigits(std::string_view text) {
+  auto byte = ReadHexadecimal(text.substr(0, 2));
+  return byte && byte->length == 2 ? byte : std::nullopt;
+}
+
+// These call each other as deep as a pattern has fields.
+// NOLINTBEGIN(misc-no-recursion)
+// An object of what the pattern finds, or the value alone where it has no name.
+std::optional<Reading> ReadObject(std::string_view pattern, std::string_view text) {
+  std::vector<Found> found;
+  Reading object = {Json::object(), 0};
+  if (!MatchPattern(pattern, text, {}, &found, &object.length)) return {};
+  if (found[0].name.empty()) return Reading{found[0].value, object.length};
+  for (Found& item : found) object.value[item.name] = std::move(item.value);
+  return object;
+}
+
+// A list of what the pattern finds, as often as it does.
+Reading ReadList(std::string_view pattern, std::string_view text) {
   Reading list = {Json::array(), 0};
-  while (text.substr(list.length).starts_with(" 0x")) {
-    const auto byte = ReadHexadecimal(text.substr(list.length + 3));
-    if (!byte || byte->length != 2) break;
-    list.value.push_back(byte->value);
-    list.length += 3 + byte->length;
+  while (auto item = ReadObject(pattern, text.substr(list.length))) {
+    list.value.push_back(std::move(item->value));
+    list.length += item->length;
   }
   return list;
 }
 
-// The number after a text; `*at` is then past it.
-std::optional<Json> NumberAfter(std::string_view before, std::string_view text, size_t* at) {
-  if (!text.substr(*at).starts_with(before)) return {};
-  auto number = ReadDecimal(text.substr(*at + before.size()));
-  if (!number) return {};
-  *at += before.size() + number->length;
-  return std::move(number->value);
+std::optional<Reading> ReadPower(std::string_view text) {
+  auto power = ReadObject("{dbm:n} dBm\t(0x{byte:x})", text);
+  if (!power) return {};
+  // The byte of a negative power is shown with its sign spread over 32 bits.
+  power->value["byte"] = power->value["byte"].get<uint64_t>() & 0xFF;
+  return power;
 }
 
 std::optional<Reading> ReadBits(std::string_view text) {
-  Reading bits = {Json::array(), 0};
-  for (size_t at = 0;; bits.length = at) {
-    const auto word = NumberAfter("DW", text, &at);
-    const auto high = NumberAfter("[", text, &at);
-    const auto low = NumberAfter(":", text, &at);
-    if (!word || !high || !low || !text.substr(at++).starts_with(']')) break;
-    bits.value.push_back({{"word", *word}, {"high", *high}, {"low", *low}});
-  }
+  auto bits = ReadList("DW{word:d}[{high:d}:{low:d}]", text);
   if (bits.length == 0) return {};
   return bits;
-}
-
-std::optional<Reading> ReadBytes(std::string_view text, size_t count) {
-  if (text.size() < count) return {};
-  return Reading{Utf8(text.substr(0, count)), count};
 }
 
 // The kinds whose text says itself where it ends.
@@ -147,8 +141,10 @@ std::optional<Reading> ReadClosed(char kind, std::string_view text) {
       return ReadMark(text);
     case 'p':
       return ReadPower(text);
+    case 'h':
+      return ReadTwoDigits(text);
     case 'L':
-      return ReadByteList(text);
+      return ReadList(" 0x{:h}", text);
     case 'B':
       return ReadBits(text);
     case 'c':
@@ -172,8 +168,6 @@ struct Field {
   std::string_view rest;  // the pattern after it
 };
 
-// These call each other as deep as a pattern has fields.
-// NOLINTBEGIN(misc-no-recursion)
 std::optional<size_t> MatchRest(const Match& match, std::string_view pattern, size_t at);
 
 std::optional<size_t> TakeValue(const Match& match, const Field& field, Json value, size_t end) {
@@ -250,7 +244,7 @@ std::optional<size_t> MatchRest(const Match& match, std::string_view pattern, si
       if (inside[divider] == ':') return MatchField(match, field, at);
       const std::string_view value = inside.substr(divider + 1);
       const bool isFlag = value == "true" || value == "false";
-      return TakeValue(match, field, isFlag ? Json(value == "true") : Json(value), at);
+      return TakeValue(match, field, isFlag ? Json(value == "true") : NumberOrText(value), at);
     }
     if (pattern[0] == '\t') {
       while (at < match.text.size() && IsBlank(match.text[at])) at++;
@@ -261,26 +255,6 @@ std::optional<size_t> MatchRest(const Match& match, std::string_view pattern, si
   return at;
 }
 // NOLINTEND(misc-no-recursion)
-
-// The length of the UTF-8 character that the bytes begin with; 0 where they begin with none.
-size_t CharacterLength(std::string_view bytes) {
-  const auto byteAt = [&](size_t at) { return static_cast<unsigned char>(bytes[at]); };
-  const unsigned first = byteAt(0);
-  if (first < 0x80) return 1;
-  const size_t length = first < 0xC2   ? 0
-                        : first < 0xE0 ? 2
-                        : first < 0xF0 ? 3
-                        : first < 0xF5 ? 4
-                                       : 0;
-  if (length == 0 || length > bytes.size()) return 0;
-  for (size_t i = 1; i < length; i++) {
-    if ((byteAt(i) & 0xC0) != 0x80) return 0;
-  }
-  const unsigned second = byteAt(1);
-  const bool tooLong = (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
-  const bool noCharacter = (first == 0xED && second >= 0xA0) || (first == 0xF4 && second >= 0x90);
-  return tooLong || noCharacter ? 0 : length;
-}
 
 }  // namespace
 
@@ -301,13 +275,13 @@ std::string SnakeCase(std::string_view name) {
       if (!snake.empty() && snake.back() != '_') snake += '_';
       continue;
     }
-    // A capital begins a word after a small letter or a digit, but not the last one of "QoS", and
-    // before a small letter.
-    const bool isLast = i + 1 == name.size();
-    const bool after = i > 0 && !isLast && (IsLower(name[i - 1]) || IsDigit(name[i - 1]));
-    const bool before =
-        i > 0 && IsUpper(name[i - 1]) && i + 1 < name.size() && IsLower(name[i + 1]);
-    if (IsUpper(character) && (after || before)) snake += '_';
+    // A capital begins a word after a small letter or a digit, and before a small letter, but not
+    // the last one of "QoS".
+    const bool inside = i > 0 && i + 1 < name.size() && IsUpper(character);
+    if (inside && (IsLower(name[i - 1]) || IsDigit(name[i - 1]) ||
+                   (IsUpper(name[i - 1]) && IsLower(name[i + 1])))) {
+      snake += '_';
+    }
     snake += IsUpper(character) ? static_cast<char>(character - 'A' + 'a') : character;
   }
   while (snake.ends_with('_')) snake.pop_back();
@@ -322,19 +296,4 @@ Json NumberOrText(std::string_view text) {
   const auto number = isDecimal ? ReadFraction(text) : ReadHexadecimal(digits);
   if (padded || !number || number->length != digits.size()) return Utf8(text);
   return number->value;
-}
-
-std::string Utf8(std::string_view bytes) {
-  std::string text;
-  while (!bytes.empty()) {
-    const size_t length = CharacterLength(bytes);
-    if (length == 0) {
-      const auto byte = static_cast<unsigned char>(bytes[0]);
-      text += static_cast<char>(0xC0 | byte >> 6);
-      text += static_cast<char>(0x80 | (byte & 0x3F));
-    }
-    text += bytes.substr(0, length);
-    bytes.remove_prefix(std::max<size_t>(length, 1));
-  }
-  return text;
 }

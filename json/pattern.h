@@ -31,6 +31,7 @@ struct Found {
 //   f  flag: Y, ON, V, 1 or N, OFF, X, 0; NA is null, another number stays one
 //   m  mark of the row in force: "**" or two blanks
 //   p  power: "18.0 dBm (0x24)" or the same without the blank before the bracket
+//   h  two hexadecimal digits
 //   L  any number of bytes, each as " 0x24"
 //   B  bits of words: "DW1[31:00]DW0[15:00]"
 //   c  one byte as text       2  two of them
@@ -48,6 +49,3 @@ std::string SnakeCase(std::string_view name);
 
 // What kind v makes of a text.
 Json NumberOrText(std::string_view text);
-
-// Bytes as UTF-8: what is none stands as the character of the byte's value (0xE9 as U+00E9).
-std::string Utf8(std::string_view bytes);

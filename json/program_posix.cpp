@@ -7,14 +7,13 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
-#include <sstream>
 #include <system_error>
 
 #include "json/program.h"
 
 const char* const ProgramSuffix = "";
+const char SearchPathDivider = ':';
 
 namespace {
 
@@ -25,10 +24,9 @@ void Check(int error, const char* what) {
 std::string ReadAll(int descriptor) {
   std::string text;
   std::array<char, 1 << 16> buffer = {};
-  while (text.size() <= LongestOutput) {
-    const ssize_t count = read(descriptor, buffer.data(), buffer.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) break;
+  ssize_t count = 0;
+  while (text.size() <= LongestOutput &&
+         (count = read(descriptor, buffer.data(), buffer.size())) > 0) {
     text.append(buffer.data(), static_cast<size_t>(count));
   }
   return text;
@@ -41,26 +39,15 @@ std::filesystem::path OwnFolder() {
   return std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path();
 }
 
-std::filesystem::path PathOf(const std::string& argument) {
-  return argument;
+std::string SearchPath() {
+  const char* path = getenv("PATH");
+  return path != nullptr ? path : "";
 }
 
 int64_t WriteTime(const std::filesystem::path& path) {
   struct stat state = {};
   if (stat(path.c_str(), &state) != 0) return -1;
   return state.st_mtim.tv_sec * int64_t{1000000000} + state.st_mtim.tv_nsec;
-}
-
-size_t ReadStandardInput(char* buffer, size_t size) {
-  return std::fread(buffer, 1, size, stdin);
-}
-
-std::vector<std::filesystem::path> SearchFolders() {
-  std::vector<std::filesystem::path> folders;
-  const char* path = getenv("PATH");
-  std::istringstream list(path != nullptr ? path : "");
-  for (std::string folder; std::getline(list, folder, ':');) folders.emplace_back(folder);
-  return folders;
 }
 
 ProgramResult RunProgram(const std::filesystem::path& path, const std::vector<std::string>& words) {
@@ -88,9 +75,7 @@ ProgramResult RunProgram(const std::filesystem::path& path, const std::vector<st
   Check(error, path.c_str());
 
   int status = 0;
-  while (waitpid(process, &status, 0) < 0) {
-    if (errno != EINTR) Check(errno, "waitpid");
-  }
+  if (waitpid(process, &status, 0) < 0) Check(errno, "waitpid");
   result.status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
   return result;
 }

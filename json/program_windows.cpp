@@ -12,6 +12,7 @@
 #include "json/program.h"
 
 const char* const ProgramSuffix = ".exe";
+const wchar_t SearchPathDivider = L';';
 
 namespace {
 
@@ -19,12 +20,9 @@ namespace {
   throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), what);
 }
 
+// UTF-8 as UTF-16.
 std::wstring Wide(const std::string& text) {
-  const auto size = static_cast<int>(text.size());
-  std::wstring wide(
-      static_cast<size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0)), L'\0');
-  MultiByteToWideChar(CP_UTF8, 0, text.data(), size, wide.data(), static_cast<int>(wide.size()));
-  return wide;
+  return std::filesystem::path(std::u8string(text.begin(), text.end())).wstring();
 }
 
 // An argument as the C runtime reads it back: backslashes count only before a quotation mark.
@@ -58,10 +56,6 @@ std::filesystem::path OwnFolder() {
   return std::filesystem::path(path).parent_path();
 }
 
-std::filesystem::path PathOf(const std::string& argument) {
-  return Wide(argument);
-}
-
 int64_t WriteTime(const std::filesystem::path& path) {
   WIN32_FILE_ATTRIBUTE_DATA data = {};
   if (GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) == 0) return -1;
@@ -69,21 +63,9 @@ int64_t WriteTime(const std::filesystem::path& path) {
          data.ftLastWriteTime.dwLowDateTime;
 }
 
-size_t ReadStandardInput(char* buffer, size_t size) {
-  _setmode(_fileno(stdin), _O_BINARY);
-  return std::fread(buffer, 1, size, stdin);
-}
-
-std::vector<std::filesystem::path> SearchFolders() {
-  std::wstring list(32768, L'\0');
-  list.resize(GetEnvironmentVariableW(L"PATH", list.data(), static_cast<DWORD>(list.size())));
-  std::vector<std::filesystem::path> folders;
-  while (!list.empty()) {
-    const size_t length = list.find(L';');
-    folders.emplace_back(list.substr(0, length));
-    list.erase(0, length == std::wstring::npos ? length : length + 1);
-  }
-  return folders;
+std::wstring SearchPath() {
+  const wchar_t* path = _wgetenv(L"PATH");
+  return path != nullptr ? path : L"";
 }
 
 ProgramResult RunProgram(const std::filesystem::path& path, const std::vector<std::string>& words) {
@@ -119,6 +101,7 @@ ProgramResult RunProgram(const std::filesystem::path& path, const std::vector<st
 }
 
 int wmain(int argc, wchar_t** argv) {
+  _setmode(_fileno(stdin), _O_BINARY);
   std::vector<std::string> arguments;
   for (int i = 1; i < argc; i++) {
     const std::wstring argument = argv[i];

@@ -1,5 +1,5 @@
-"""The changes that scripts/mutate makes: to tokens, rows and lines, and those by which a rule is
-misread. A change is its kind and its edits, each (start, end, new text)."""
+"""The changes that scripts/mutate makes: slips in tokens, rows and lines, and rules that are misread.
+A change is its kind and its edits, each (start, end, new text)."""
 
 import re
 from itertools import pairwise
@@ -11,17 +11,17 @@ SWAPS = {"==": "!=", "!=": "==", "<": "<=", "<=": "<", ">": ">=", ">=": ">", "&&
 TOKEN = re.compile(
     r'(?P<text>R"(\w*)\((?s:.*?)\)\2"|"(?:[^"\\\n]|\\.)*")'
     r"|(?P<character>'(?:[^'\\\n]|\\.)+')"
-    r"|(?P<comment>//.*)"
+    r"|(?P<comment>//.*|^#.*|^ *static_assert\((?s:.*?)\);)"
     r"|(?P<number>\b(?:0x[0-9A-Fa-f]+|\d+)(?:U|u)?\b(?!\.))"
     r"|(?P<word>\btrue\b|\bfalse\b)"
     r"|(?P<step>\+\+|--)"
-    r"|(?P<operator>(?<= )(?:==|!=|<=|>=|&&|\|\||\+=|-=|<<|>>|[<>+\-*/%&|])(?= ))")
+    r"|(?P<operator>(?<= )(?:==|!=|<=|>=|&&|\|\||\+=|-=|<<|>>|[<>+\-*/%&|])(?= ))", re.M)
 ROW = re.compile(r"^\s*\{.*\},?$")
 STATEMENT = re.compile(r"^\s+(?!return\b|constexpr\b|const\b|static\b|using\b|else\b|case\b)"
                        r"(?:if \(.*\) (?:return.*|break|continue);|[\w\[\]>.*:-]+(?: [|&+-]?= |"
                        r"\().*;)(?:  //.*)?$")
 
-# Two neighbouring arguments, and what makes one of them a field; a request with its record.
+# Two neighbouring arguments; what makes one of them a field; a request with its record.
 EXPRESSION = r"(?:\*|&)?\w+(?:(?:\.|->)\w+|\[\w+\])*"
 ARGUMENTS = re.compile(rf"(?<=[( ])(?=({EXPRESSION}), ({EXPRESSION})[,)])")
 FIELD = re.compile(r"->|\.|\[")
@@ -31,7 +31,7 @@ REQUEST = re.compile(r"^ *(?:if|return|bool \w+ =|const bool \w+ =|\w)[^;]*?"
 
 # What the structures declare, and what a name's type says of its values.
 STRUCT = re.compile(r"^struct (\w+)[^;{]* \{$(.*?)^\};", re.M | re.S)
-MEMBER = re.compile(r"^ +(?:const )?([\w:]+(?:\*|&)?) (\w+)(\[\w+\])?(?: = [^;]*)?;", re.M)
+MEMBER = re.compile(r"^ +(?:const )?([\w:]+(?:\*|&)?) (\w+)(?:\[\w+\])?(?: = [^;]*)?;", re.M)
 CAST = re.compile(r"static_cast<(u?int(?:\d+_t)?|unsigned|char|size_t)>\(")
 MASK = re.compile(r" & (?:0x[0-9A-Fa-f]+U?|\d+U?|[A-Z]\w+)\b")
 TEST = re.compile(r"(?:== 1|!= 0|== 0|!= 1)\b")
@@ -99,34 +99,29 @@ def argument_changes(source):
             yield "argument replaced", [(*pair.span(2), pair[1])]
 
 
-def operand_start(code, at):
-    """Where the operand begins that ends at `at`."""
-    depth = 0
-    while at > 0:
-        if code[at - 1] in ")]}":
-            depth += 1
-        elif code[at - 1] in "([{":
-            depth -= 1
-        if depth < 0 or depth == 0 and (code[at - 1] in ";,?" or code[at - 2:at] in ("&&", "||") or
-                                        code[at - 3:at] in (" = ", "|= ", " : ") or
-                                        code[at - 7:at] == "return "):
-            return at
-        at -= 1
-    return at
+OPERAND_END = re.compile(r"[;,?]|&&|\|\|| : ")
+OPERAND_START = re.compile(r"(?:[;,?]|&&|\|\|| = |\|= | : |return )$")
 
 
 def operand_end(code, at):
     """Where the operand ends that begins at `at`."""
     depth = 0
     while at < len(code):
-        if code[at] in "([{":
-            depth += 1
-        elif code[at] in ")]}":
-            depth -= 1
-        if depth < 0 or depth == 0 and (code[at] in ";,?" or code[at:at + 2] in ("&&", "||") or
-                                        code[at:at + 3] == " : "):
-            return at
+        depth += (code[at] in "([{") - (code[at] in ")]}")
+        if depth < 0 or depth == 0 and OPERAND_END.match(code, at):
+            break
         at += 1
+    return at
+
+
+def operand_start(code, at):
+    """Where the operand begins that ends at `at`."""
+    depth = 0
+    while at > 0:
+        depth += (code[at - 1] in ")]}") - (code[at - 1] in "([{")
+        if depth < 0 or depth == 0 and OPERAND_START.search(code[max(at - 7, 0):at]):
+            break
+        at -= 1
     return at
 
 
@@ -167,7 +162,7 @@ def printed_values(source, literal):
 
 
 def conversion_changes(source):
-    """Conversions of another width or sign; none that its value cannot tell from the right one."""
+    """Conversions of another width or sign, but none that prints every such value alike."""
     for literal in source.tokens:
         if literal.lastgroup != "text":
             continue
@@ -218,16 +213,16 @@ def carried_changes(source):
 
 
 def exchange_changes(source):
-    """Behind a request, what was asked in place of what came back, and the other way round."""
+    """After a request, what was asked in place of what came back, and the other way round."""
     for request in REQUEST.finditer(source.code):
         name, start, end = request[2], request.start(), request.end()
         end_of_function = source.code.find("\n}", end)
         head = source.code.rfind("\n}", 0, start) + 1
-        behind = source.code[end:end_of_function]
+        after = source.code[end:end_of_function]
         used = re.compile(rf"\b{name}(\.|->)(?=[a-z]\w*\b(?!\())", re.I)
         pointer = re.search(rf"\b\w+\* {name}\b|auto\* {name}\b", source.code[head:start])
         copy = f"  const auto asked = {'*' * bool(pointer)}{name};\n"
-        for use in used.finditer(behind):
+        for use in used.finditer(after):
             yield "request for reply", [(start, start, copy),
                                         (end + use.start(), end + use.end(), "asked.")]
         # Variables that were copied into the record or out of it.
@@ -236,16 +231,12 @@ def exchange_changes(source):
                           before)
         out = re.findall(rf"\b(\w+) = ()({name}(?:->|\.)[\w.\[\]]+);", before)
         for field, variable in into + [(field, variable) for variable, _, field in out]:
-            for use in re.finditer(rf"(?<![\w.>]){variable}\b(?!\()", behind):
+            for use in re.finditer(rf"(?<![\w.>]){variable}\b(?!\()", after):
                 yield "reply for request", [(end + use.start(), end + use.end(), field)]
-    # Rows print either side by the list that an entry stands in.
-    for row in re.finditer(r"\{\n((?:    [ .].*\n)+)\};", source.code):
-        sides = re.findall(r"^    \.(before|after) = ", row[1], re.M)
-        if len(sides) == 1:
-            at = row.start(1) + re.search(r"^    \.(before|after) = ", row[1], re.M).start(1)
-            other = {"before": "after", "after": "before"}[sides[0]]
-            yield f"{'reply for request' if other == 'after' else 'request for reply'}", [
-                (at, at + len(sides[0]), other)]
+    # A row says by its list of entries which of the two it prints; with both lists it does not compile.
+    for side in re.finditer(r"^    \.(before|after) = ", source.code, re.M):
+        yield (("reply for request", [(*side.span(1), "after")]) if side[1] == "before" else
+               ("request for reply", [(*side.span(1), "before")]))
 
 
 def field_changes(source):
@@ -265,9 +256,9 @@ class Fields:
         self.records, self.types = [], {}
         for text in texts:
             for name, body in STRUCT.findall(re.sub(r"//.*", "", text)):
-                members = [(m[2], m[1], m[3]) for m in MEMBER.finditer(body)]
-                self.records.append((name, [m[0] for m in members]))
-                self.types.update({m[0]: m[1] for m in members})
+                members = MEMBER.findall(body)
+                self.records.append((name, [member for _, member in members]))
+                self.types.update((member, kind) for kind, member in members)
 
     def neighbours(self, record, field):
         for name, members in self.records:
@@ -280,14 +271,14 @@ class Fields:
 
 
 class Source:
-    """A file's text with its tokens; `code` is the same with its texts and comments blanked."""
+    """A file's text with its tokens. In `code` its texts are blanked, and so is what no program is
+    made of: comments, static_assert, lines of the preprocessor."""
 
     def __init__(self, text, fields):
         self.text, self.fields, self.lines = text, fields, text.split("\n")
         self.starts = [0]
         for line in self.lines:
             self.starts.append(self.starts[-1] + len(line) + 1)
-        self.skipped = set(self.skipped_lines())
         code, self.tokens = list(text), []
         for token in TOKEN.finditer(text):
             if token.lastgroup != "comment":
@@ -300,19 +291,6 @@ class Source:
     def line_of(self, at):
         return self.text.count("\n", 0, at)
 
-    def skipped_lines(self):
-        """Those of another host, and those that no program is made of."""
-        foreign = assertion = False
-        for at, line in enumerate(self.lines):
-            if line.startswith(("#ifdef _WIN32", "#ifndef WLANX_ENGINEERING")):
-                foreign = True
-            elif line.startswith(("#else", "#endif")):
-                foreign = False
-            assertion = assertion or "static_assert" in line
-            if foreign or assertion or line.startswith(("#", "//", "template", "extern")):
-                yield at
-                assertion = assertion and not line.endswith(";")
-
     def bits_of(self, value):
         """How many bits a printed value has by its type; 0 where that is not known."""
         if value in ("Byte", "Number"):
@@ -324,16 +302,14 @@ class Source:
 
 
 def changes(text, fields, rng, rules_only):
-    """Yields (kind, edits). With `rules_only`, those by which a rule is misread."""
+    """Yields (kind, edits); with `rules_only` no slips."""
     source = Source(text, fields)
     made = [clause_changes, narrowing_changes, test_changes, conversion_changes, carried_changes,
             exchange_changes, field_changes, argument_changes]
     if not rules_only:
         made += [lambda source: token_changes(source, rng), line_changes]
     for make in made:
-        for kind, edits in make(source):
-            if not {source.line_of(start) for start, _, _ in edits} & source.skipped:
-                yield kind, edits
+        yield from make(source)
 
 
 def applied(text, edits):

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Changes one thing at a time in a copy of the tool's sources, builds what that touches, runs the
-tests and lists the changes that none of them noticed. What the plain build's tests let pass is
-tried once more by the cases of its folder with the sanitizers.
+tests and lists the changes that no test noticed. What the plain build's tests let pass is tried once
+more with the sanitizers, by the cases of its folder.
 
 A change that does not compile, or compiles to the same code, is replaced by another one. Changes
 that make no difference are listed with their reason in scripts/equivalent_mutants.txt.
@@ -9,34 +9,34 @@ that make no difference are listed with their reason in scripts/equivalent_mutan
 
 import argparse
 import os
-import queue
 import random
 import re
-import resource
 import shutil
-import signal
 import subprocess
 import sys
 import time
 from collections import Counter, defaultdict
-from concurrent.futures import ThreadPoolExecutor
 
 import mutants
 from tree_files import ROOT, tree_files
 
 WORK = os.path.join(ROOT, "build", "mutate")
+TREE, PLAIN, SANITIZED = (os.path.join(WORK, name) for name in ("tree", "plain", "sanitized"))
 EQUIVALENT = os.path.join(ROOT, "scripts", "equivalent_mutants.txt")
 LIMIT = 0.9
 PROGRAMS = ("wlanx", "wlanx-eng")
-STARTED = set()  # groups of processes that run now
+CORES = str(os.cpu_count())
 
 # Other hosts' code.
 LEFT_OUT = re.compile(r"^simulator/windows/|^device/(driver|recorded)_|_windows\.cpp$")
 SOURCE = re.compile(r"^(app|channel|commands|device|platform|simulator)/.*\.(cpp|h|inc)$")
+# Tests of the sources and of other programs.
+NOT_RUN = r"^(json|harness|documents\.commands|completions.*|install)$"
 
 
-def choose(options, rng):
+def choose(options):
     """Endless: folders in turn, in each a random kind, of it a random change."""
+    rng = random.Random(options.seed)
     texts = {path: read(os.path.join(ROOT, path)).decode() for path in tree_files()
              if SOURCE.match(path) and not LEFT_OUT.search(path)}
     fields = mutants.Fields(texts.values())
@@ -68,127 +68,66 @@ def write(path, text):
         file.write(text)
 
 
-def kill(group):
+def succeeds(*command, seconds=900):
+    """Runs a command within limits of time, memory and file size. It ends with this program, too.
+
+    A test may raise the limits, which need not hold for what it starts."""
+    # A test asks for 4 GiB. The sanitizers reserve terabytes.
+    memory = "unlimited" if SANITIZED in command else 8 << 30
+    return subprocess.run(
+        ["setpriv", "--pdeathsig", "TERM", "timeout", "-k", "2", str(seconds),
+         "prlimit", f"--as={memory}:", f"--fsize={256 << 20}:", *command],
+        env={**os.environ, "TMPDIR": WORK}, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+        stderr=subprocess.DEVNULL, check=False).returncode == 0
+
+
+def compiles(folder, *targets):
+    return succeeds("ninja", "-C", folder, *targets)
+
+
+def notice(folder, *choice):
+    """Whether one of the chosen tests fails."""
+    return not succeeds("ctest", "--test-dir", folder, "-j", CORES, "--stop-on-failure", *choice,
+                        seconds=300)
+
+
+def prepare():
+    """Makes the copy and builds it, without a change."""
+    shutil.rmtree(WORK, ignore_errors=True)
+    for path in tree_files():
+        target = os.path.join(TREE, path)
+        os.makedirs(os.path.dirname(target), exist_ok=True)
+        shutil.copy(os.path.join(ROOT, path), target)
+    for folder, sanitize, targets, choice in (
+            (PLAIN, "OFF", [], ["-E", NOT_RUN]), (SANITIZED, "ON", PROGRAMS, ["-R", r"^cases\."])):
+        if not (succeeds("cmake", "-G", "Ninja", "-S", TREE, "-B", folder, "-DCMAKE_BUILD_TYPE=",
+                         "-DCMAKE_CXX_FLAGS=-O1 -w", f"-DWLANX_SANITIZE={sanitize}")
+                and compiles(folder, *targets)):
+            sys.exit(f"the unchanged tree does not build in {folder}")
+        if notice(folder, "--no-tests=error", *choice):
+            sys.exit(f"the tests fail on the unchanged tree in {folder}")
+
+
+def programs():
+    return [read(os.path.join(PLAIN, name)) for name in PROGRAMS]
+
+
+def try_change(original, path, text, edits):
+    """Returns None if it is no change to the `original` programs, else whether a test notices it."""
+    target = os.path.join(TREE, path)
+    near = rf"^cases\..*{path.split('/')[-2]}"
+    likely = rf"{near}|^cases\.refusals$"
     try:
-        os.killpg(group, signal.SIGTERM)  # a test takes along what it started
-        time.sleep(0.5)
-        os.killpg(group, signal.SIGKILL)
-    except ProcessLookupError:
-        pass
-
-
-def end(*_):
-    for group in list(STARTED):
-        kill(group)
-    os._exit(1)
-
-
-class Place:
-    """A copy of the tree with its builds, where one change at a time is tried."""
-
-    def __init__(self, number, cores):
-        self.cores = cores
-        self.folder = os.path.join(WORK, str(number))
-        self.tree, self.plain, self.sanitized = (os.path.join(self.folder, name)
-                                                 for name in ("tree", "build", "sanitized"))
-        self.copy_tree()
-        # The documents' check asks git which files there are.
-        subprocess.run("git init -q && git add -A", shell=True, cwd=self.tree, check=True)
-        self.made = set()
-        self.make(self.plain, "-DCMAKE_CXX_FLAGS=-O1 -w")
-        self.original = self.digest()
-
-    def copy_tree(self):
-        """Files that are the same keep their time, and what is built of them."""
-        wanted = set(tree_files())
-        for path in wanted:
-            source, target = os.path.join(ROOT, path), os.path.join(self.tree, path)
-            os.makedirs(os.path.dirname(target), exist_ok=True)
-            if not os.path.exists(target) or read(source) != read(target):
-                shutil.copyfile(source, target)
-                shutil.copymode(source, target)
-        for folder, _, names in os.walk(self.tree):
-            for name in names:
-                path = os.path.relpath(os.path.join(folder, name), self.tree)
-                if path not in wanted and not path.startswith(".git" + os.sep):
-                    os.remove(os.path.join(self.tree, path))
-
-    def quiet(self, command, seconds=300):
-        """Whether it succeeds; False too where it does not end."""
-        def limits():
-            if not any(self.sanitized in word for word in command):  # it reserves terabytes
-                resource.setrlimit(resource.RLIMIT_AS, (8 << 30, 8 << 30))  # a test asks for 4 GiB
-            resource.setrlimit(resource.RLIMIT_FSIZE, (256 << 20, 256 << 20))
-        process = subprocess.Popen(command, cwd=self.folder, env={
-            **os.environ, "TMPDIR": self.folder, "TEST_TMPDIR": self.folder},
-            stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-            start_new_session=True, preexec_fn=limits)
-        STARTED.add(process.pid)
-        try:
-            return process.wait(seconds) == 0
-        except subprocess.TimeoutExpired:
-            kill(process.pid)
-            process.wait()
-            return False
-        finally:
-            STARTED.discard(process.pid)
-
-    def make(self, build, *choices):
-        """Builds the unchanged tree, once, and tries the tests on it."""
-        if build in self.made:
-            return
-        self.made.add(build)
-        if not (self.quiet(["cmake", "-G", "Ninja", "-S", self.tree, "-B", build,
-                            "-DCMAKE_BUILD_TYPE=", *choices], 900) and self.compiles(build)):
-            sys.exit(f"the unchanged tree does not build in {build}")
-        if self.noticed(build, ["status.cases"]):
-            sys.exit(f"the tests fail on the unchanged tree in {build}")
-
-    def compiles(self, build):
-        return self.quiet(["ninja", "-C", build, "-j", str(self.cores), *PROGRAMS], 900)
-
-    def digest(self):
-        return [read(os.path.join(self.plain, name)) for name in PROGRAMS]
-
-    def test_commands(self, build, near):
-        """The Linux tests, those first that are most likely to notice and start at once; with the
-        sanitizers, which take their time, only those."""
-        tests = os.path.join(self.tree, "tests")
-        files = sorted(os.listdir(os.path.join(tests, "cases")))
-        cases = [["python3", f"{tests}/run_cases.py", "--first", "--programs", build,
-                  f"{tests}/cases/{name}"]
-                 for name in [*near, *(name for name in files if name not in near)]]
-        yield from cases[:len(near)]
-        if build == self.sanitized:
-            return
-        yield ["ninja", "-C", build, "-j", str(self.cores)]  # the tests that are programs
-        yield [f"{build}/tests/unit_tests"]
-        yield [f"{build}/tests/handlers_test"]
-        yield from cases[len(near):]
-        for path in ("tests/faults.py", "scripts/check_documents.py"):
-            yield ["python3", os.path.join(self.tree, path), "--programs", build]
-
-    def noticed(self, build, near):
-        return not all(self.quiet(command) for command in self.test_commands(build, near))
-
-    def try_change(self, path, text, edits):
-        """Returns None where it is no change, else whether a test notices it."""
-        target = os.path.join(self.tree, path)
-        changed = mutants.applied(text, edits)
-        try:
-            write(target, changed)
-            if not self.compiles(self.plain) or self.digest() == self.original:
-                return None
-            cases = os.listdir(os.path.join(self.tree, "tests", "cases"))
-            near = sorted(name for name in cases if path.split("/")[-2] in name)
-            if self.noticed(self.plain, [*near, "refusals.cases"]):
-                return True
-            write(target, text)
-            self.make(self.sanitized, "-DWLANX_SANITIZE=ON", "-DCMAKE_CXX_FLAGS=-O1 -w")
-            write(target, changed)
-            return not self.compiles(self.sanitized) or self.noticed(self.sanitized, near)
-        finally:
-            write(target, text)
+        write(target, mutants.applied(text, edits))
+        if not compiles(PLAIN, *PROGRAMS) or programs() == original:
+            return None
+        return (notice(PLAIN, "-R", likely)
+                or not compiles(PLAIN)
+                or notice(PLAIN, "--no-tests=error", "-E", f"{likely}|{NOT_RUN}")
+                or not compiles(SANITIZED, *PROGRAMS)
+                or notice(SANITIZED, "-R", near))
+    finally:
+        write(target, text)
 
 
 def equivalents():
@@ -215,61 +154,36 @@ def lines_of(text, edits):
     return first + 1, " / ".join(removed), " / ".join(changed) or f"(nothing) {' '.join(removed)}"
 
 
-def try_sample(options):
-    """Yields (the change's folder, whether it is harmless, whether it was noticed)."""
-    known = equivalents()
-    places = queue.SimpleQueue()
-    drawn = choose(options, random.Random(options.seed))
-    def try_one(change):
-        place = places.get()
-        try:
-            path, text, _, edits = change
-            return change, place.try_change(path, text, edits)
-        finally:
-            places.put(place)
-
-    pool = ThreadPoolExecutor(options.jobs)
-    try:
-        cores = max(os.cpu_count() // options.jobs, 1)
-        for place in pool.map(lambda number: Place(number, cores), range(options.jobs)):
-            places.put(place)
-        while batch := [change for _, change in zip(range(4 * options.jobs), drawn)]:
-            for (path, text, kind, edits), result in pool.map(try_one, batch):
-                if result is None:
-                    continue
-                number, old, shown = lines_of(text, edits)
-                harmless = not result and bool({(path, shown), (path, kind)} & known)
-                if not result and not harmless:
-                    print(f"{path}:{number}: {kind}\n  - {old}\n  + {shown}", flush=True)
-                yield os.path.dirname(path), harmless, result
-    finally:
-        pool.shutdown(cancel_futures=True)
-
-
 def main():
     parser = argparse.ArgumentParser(description=__doc__,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--sample", type=int, default=60, metavar="N", help="changes to try (60)")
-    parser.add_argument("--seed", type=int, default=1, metavar="S", help="chooses other ones (1)")
+    parser.add_argument("--seed", type=int, default=1, metavar="S", help="draws other ones (1)")
     parser.add_argument("--misread", action="store_true",
-                        help="only changes as a person makes them who reads a rule wrongly")
-    parser.add_argument("--jobs", type=int, default=os.cpu_count(), metavar="N",
-                        help="changes to try at the same time (one for each core)")
+                        help="only changes made by a person who reads a rule wrongly")
     parser.add_argument("paths", nargs="*", default=[""], metavar="PATH",
                         help="only in files whose paths begin so")
     options = parser.parse_args()
-    for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
-        signal.signal(number, end)
     tried, caught, harmless = Counter(), Counter(), 0
-    started = time.time()
-    for place, known, result in try_sample(options):
-        harmless += known
-        tried[place] += not known
-        caught[place] += result
+    known = equivalents()
+    prepare()
+    original, started = programs(), time.time()
+    for path, text, kind, edits in choose(options):
+        noticed = try_change(original, path, text, edits)
+        if noticed is None:
+            continue
+        number, old, new = lines_of(text, edits)
+        if not noticed and {(path, new), (path, kind)} & known:
+            harmless += 1
+            continue
+        if not noticed:
+            print(f"{path}:{number}: {kind}\n  - {old}\n  + {new}", flush=True)
+        tried[os.path.dirname(path)] += 1
+        caught[os.path.dirname(path)] += noticed
         if sum(tried.values()) == options.sample:
             break
-    for place in sorted(tried):
-        print(f"{caught[place]:4} of {tried[place]:4} noticed in {place}")
+    for folder in sorted(tried):
+        print(f"{caught[folder]:4} of {tried[folder]:4} noticed in {folder}")
     count, seen = sum(tried.values()), sum(caught.values())
     rate = seen / count if count else 0
     print(f"mutate: {seen} of {count} changes noticed ({100 * rate:.1f} %), {harmless} harmless "

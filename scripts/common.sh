@@ -96,16 +96,7 @@ missingOf() {
   done
 }
 
-# sayMissing PACKAGE...: what of them is not here, and in which package Debian has it.
-sayMissing() {
-  for package; do
-    for need in $(needsOf "$package"); do
-      has "$need" || say "  $need, in Debian's package $package"
-    done
-  done
-}
-
-# install PACKAGE...: where something that they are needed for is not here, installs them by apt or says
+# install PACKAGE...: if something is not here that they are needed for, installs them by apt or says
 # what is missing.
 install() {
   [ -n "$(missingOf "$@")" ] || return 0
@@ -115,39 +106,28 @@ install() {
 
 installMissing() {
   waitFor 9
-  missing=$(missingOf "$@")
+  missing=$(missingOf "$@")  # after another run may have installed it
   [ -n "$missing" ] || return 0
-  if ! command -v apt-get >/dev/null; then
-    say "Install what is missing here:"
-    sayMissing $missing
-    return 1
-  fi
   asRoot=
-  if [ "$(id -u)" != 0 ]; then
-    asRoot=sudo
-    if ! command -v sudo >/dev/null; then
-      say "What is missing cannot be installed without sudo:"
-      sayMissing $missing
-      sayHow "$missing"
-      return 1
-    fi
+  [ "$(id -u)" = 0 ] || asRoot=sudo
+  if has apt-get && has "${asRoot:-env}"; then
+    say "Installing$missing ..."
+    log=$root/build/install.log
+    { $asRoot apt-get update &&
+      $asRoot env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends \
+        -o DPkg::Lock::Timeout=300 $missing; } >"$log" 2>&1 </dev/null || tail -n 20 "$log" >&2
+    missing=$(missingOf "$@")
+    [ -n "$missing" ] || return 0
   fi
-  say "Installing$missing ..."
-  log=$root/build/install.log
-  { $asRoot apt-get update &&
-    $asRoot env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends \
-      -o DPkg::Lock::Timeout=300 $missing; } >"$log" 2>&1 </dev/null || tail -n 20 "$log" >&2
-  missing=$(missingOf "$@")
-  [ -n "$missing" ] || return 0
-  say "Still missing:"
-  sayMissing $missing
-  sayHow "$missing"
-  return 1
-}
-
-sayHow() {
+  say "Missing here:"
+  for package in $missing; do
+    for need in $(needsOf "$package"); do
+      has "$need" || say "  $need, in Debian's package $package"
+    done
+  done
   say "As root run:"
-  say "  apt-get update && apt-get install -y --no-install-recommends$1"
+  say "  apt-get update && apt-get install -y --no-install-recommends$missing"
+  return 1
 }
 
 # phase TEXT COMMAND...: runs the command, which prints nothing, and says in one line what it does and how

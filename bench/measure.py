@@ -1,10 +1,9 @@
 #!/usr/bin/env python3
 """Measures what runs of the tool cost, and compares it with the limits.
 
-Instructions are counted by callgrind and given as multiples of those of a C program that prints the
-same bytes with printf, linked as the tool is and counted in the same run, so that the figures carry
-over to other machines. Every program runs with the same few variables and by the same name, on which
-the counts depend too.
+callgrind counts the instructions. They are given as multiples of those of a C program that prints the
+same bytes with printf and is linked as the tool is. So the figures hold on other machines, too. Every
+program runs by the same name and with the same few variables, since the counts depend on these.
 
   measure.py LINUX_PROGRAMS [WINDOWS_PROGRAMS]
 """
@@ -16,7 +15,7 @@ import subprocess
 import sys
 import tempfile
 
-# Edition and words; with the built-in scenario all do what they are for.
+# Edition and words. With the built-in scenario every run succeeds.
 RUNS = [
     ("wlanx", ""),
     ("wlanx", "get_mac_Add"),
@@ -58,14 +57,14 @@ VARIABLES = {"LC_ALL": "C", "PATH": "/usr/bin:/bin:/usr/sbin:/sbin", "TZ": "UTC0
 NAME = "./program"
 # Debian's valgrind is a script, which adds variables to those of the program.
 VALGRIND = shutil.which("valgrind.bin") or "valgrind"
-# What a line of output is printed by: numbers by their values, the rest as it stands.
+# In a line of output numbers are printed by a conversion, the rest as it stands.
 NUMBER = re.compile(r"0x(?P<hex>[1-9a-f][0-9a-f]{0,7})\b|0x(?P<filled>0[0-9a-f]{7})\b|"
                     r"\b(?P<decimal>0|[1-9]\d{0,8})\b")
 FORMATS = {"hex": "0x%x", "filled": "0x%08x", "decimal": "%d"}
 
 
 def run(program, words, folder, before=(), **more):
-    """Runs a program by the name that all have here, under the program that watches it."""
+    """Runs a program by the common name, under the program that watches it."""
     link = os.path.join(folder, NAME)
     if os.path.lexists(link):
         os.remove(link)
@@ -97,7 +96,7 @@ def requests(program, words, folder):
 
 
 def peak_memory(program, words, folder):
-    """MiB, of five runs: what the kernel maps ahead differs, and with where the program lies."""
+    """MiB, the most of five runs: how much the kernel maps ahead differs between them."""
     before = ["setarch", "-R", "time", "-f", "%M"]
     return max(int(run(program, words, folder, before).stderr.split()[-1])
                for _ in range(5)) / 1024

@@ -1,5 +1,5 @@
-# What `cmake --install` puts into the host's places: the programs, the documents for their users, the
-# completions, and scenarios for the simulated adapter.
+# `cmake --install` puts into the host's folders: the programs, their users' documents, the completions,
+# and the scenarios of the simulated adapter.
 include(GNUInstallDirs)
 set(programs wlanx wlanx-eng wlanx-json)
 if(WIN32)
@@ -19,7 +19,7 @@ install(DIRECTORY simulator/scenarios DESTINATION ${data}/${PROJECT_NAME})
 install(FILES completions/wlanx.ps1 completions/wlanx-eng.ps1
   DESTINATION ${data}/${PROJECT_NAME}/completions)
 foreach(edition wlanx wlanx-eng)
-  # bash looks there for a file with the name of the program.
+  # bash looks for a file with the program's name in this folder.
   install(FILES completions/${edition}.bash DESTINATION ${data}/bash-completion/completions
     RENAME ${edition})
 endforeach()
@@ -30,7 +30,7 @@ set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 if(NOT WIN32)
-  # For Windows packaging/ makes archives of its own.
+  # packaging/ makes the archives for Windows.
   set(CPACK_GENERATOR TGZ)
   set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
   set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)

@@ -1,8 +1,8 @@
-# Cross build for 64-bit Windows by clang, with the headers, libraries and linker of Debian's
-# mingw-w64.
+# Cross build for 64-bit Windows by clang. The headers, the libraries and the linker are those of
+# Debian's mingw-w64.
 include(${CMAKE_CURRENT_LIST_DIR}/mingw-w64.cmake)
 
-# clang does not find the folder of gcc's own headers and library by itself.
+# clang does not find gcc's own headers and library by itself.
 execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-libgcc-file-name
   OUTPUT_VARIABLE libgcc OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 get_filename_component(gcc_folder "${libgcc}" DIRECTORY)

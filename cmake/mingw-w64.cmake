@@ -7,7 +7,7 @@ set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-# What runs the test programs; scripts/wine prepares it.
+# Wine runs the test programs; scripts/wine prepares it.
 find_program(WINE NAMES wine64 wine PATHS /usr/lib/wine)
 if(WINE)
   set(CMAKE_CROSSCOMPILING_EMULATOR ${WINE})

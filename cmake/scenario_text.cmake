@@ -1,5 +1,5 @@
-# embed_scenario(target file): makes the scenario's text a header that `target` can include as
-# "builtin_scenario_text.h".
+# embed_scenario(target file): puts the scenario's text into the header "builtin_scenario_text.h", which
+# `target` can then include.
 function(embed_scenario target file)
   set(source ${PROJECT_SOURCE_DIR}/${file})
   set(folder ${PROJECT_BINARY_DIR}/generated)

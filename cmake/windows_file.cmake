@@ -1,6 +1,6 @@
 # add_version_record(target type description [manifest]): gives a program or a driver its version
-# record; programs also get a manifest, if no other the one that lets them run with the rights of
-# whoever starts them.
+# record. A program also gets a manifest; by default it is the one by which the program runs with the
+# rights of the user who starts it.
 function(add_version_record target file_type description)
   get_target_property(suffix ${target} SUFFIX)
   if(NOT suffix)
@@ -11,7 +11,7 @@ function(add_version_record target file_type description)
   set(manifest "")
   set(folder ${PROJECT_BINARY_DIR}/generated)
   if(file_type STREQUAL "VFT_APP")
-    # Resource type 24 is a manifest, number 1 the one of the process.
+    # Resource type 24 is a manifest; number 1 is that of the process.
     set(manifest_name wlanx.manifest)
     if(ARGN)
       set(manifest_name ${ARGN})
@@ -21,8 +21,8 @@ function(add_version_record target file_type description)
   endif()
   string(REPLACE "." ", " resource_version ${PROJECT_VERSION})
   configure_file(${PROJECT_SOURCE_DIR}/packaging/version.rc.in ${folder}/${target}.rc @ONLY)
-  # The resource compiler starts a preprocessor by a command line that it does not quote in full:
-  # it gets no paths but names in its folder.
+  # The resource compiler starts a preprocessor and does not quote the whole command line. So it runs in
+  # this folder and gets names without a path.
   add_custom_command(OUTPUT ${folder}/${target}.res.obj
     COMMAND ${CMAKE_RC_COMPILER} -O coff ${target}.rc ${target}.res.obj
     DEPENDS ${folder}/${target}.rc ${PROJECT_SOURCE_DIR}/packaging/wlanx.manifest

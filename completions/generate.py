@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Makes the completions of both programs for bash and PowerShell.
 
-They offer the command words of the command table and, after each, the words of its usage text as the
-program lists it, and those that a text leaves out. With --check nothing is written; what has drifted is named.
+They offer the words of the command table. After each they offer the words of its usage text, as the
+program lists it, and those that the text leaves out. With --check the program writes nothing, and names
+the files that have drifted.
 """
 
 import argparse
@@ -15,11 +16,11 @@ FOLDER = os.path.dirname(os.path.abspath(__file__))
 sys.path.append(os.path.join(os.path.dirname(FOLDER), "scripts"))
 from command_rows import ENGINEERING, TOOL, command_rows  # noqa: E402
 
-# What usage texts write for a value that the user chooses, besides words in <>.
+# Usage texts write these for values that the user chooses, and words in <>.
 VALUES = set("Address Value Index DebugCategory DebugLevel regname regvalue addr_hex val_hex wlanidx "
              "set_ax_basize".split())
 FILES = "(files)"
-# What the commands take and their texts leave out, written as texts write it.
+# What the commands take and their usage texts leave out, in the form of usage texts.
 LEFT_OUT = """
 sar get_country_code
 country set_st_pwr_tbl <country>
@@ -70,20 +71,20 @@ class Place:
     """What may stand at one place of a command line, and the places after it."""
 
     def __init__(self):
-        self.words, self.values, self.behind = {}, [], None
+        self.words, self.values, self.after = {}, [], None
 
     def value(self, values):
         self.values += [value for value in values if value not in self.values]
-        self.behind = self.behind or Place()
-        return self.behind
+        self.after = self.after or Place()
+        return self.after
 
     def word(self, word, example):
-        """A word of a text: one to type, or an example of a value where the text has a value."""
+        """A word of a text: one to type, or an example of a value if a value stands in its place."""
         if word in self.values:
-            return self.behind
+            return self.after
         if word not in self.words:
-            if self.behind and not re.fullmatch("[a-z]+", word):
-                return self.behind
+            if self.after and not re.fullmatch("[a-z]+", word):
+                return self.after
             if example and word.isdigit() and word not in ("0", "1", "2"):
                 return self.value([])
         return self.words.setdefault(word, Place())
@@ -117,10 +118,10 @@ def list_places(place, path):
     """Each place with something to offer: what is typed before it, and its words."""
     offered = list(place.words) + place.values
     yield from [(path, offered)] if offered else []
-    for word, behind in place.words.items():
-        yield from list_places(behind, path + [word])
-    if place.behind:
-        yield from list_places(place.behind, path + ["*"])
+    for word, following in place.words.items():
+        yield from list_places(following, path + [word])
+    if place.after:
+        yield from list_places(place.after, path + ["*"])
 
 
 def places_of(program, programs):
@@ -158,7 +159,7 @@ def completions(program, programs):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.partition("\n\n")[0])
     parser.add_argument("--programs", required=True, help="the folder of the built programs")
-    parser.add_argument("--check", action="store_true", help="write nothing, name what has drifted")
+    parser.add_argument("--check", action="store_true", help="write nothing, name the files that have drifted")
     options = parser.parse_args()
     drifted = []
     for program in ("wlanx", "wlanx-eng"):

@@ -1,5 +1,5 @@
-// Feeds the driver's handlers with random codes, lengths, buffers and sequences. Every buffer is
-// exactly as long as the handlers are told, so that the sanitizers see each byte too far.
+// Calls the driver's handlers with random codes, lengths, buffers and sequences. Every buffer is
+// exactly as long as the handlers are told, so that the sanitizers see an access past its end.
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -49,7 +49,7 @@ void Release(void* memory) {
   free(memory);
 }
 
-// The next bytes as a number; zeros where the input ends.
+// The next bytes as a number; past the input's end they are zeros.
 uint32_t Take(Input* input, size_t size) {
   uint32_t value = 0;
   const size_t count = size < input->left ? size : input->left;
@@ -126,7 +126,7 @@ void CallOne(DriverFront* front, Input* input) {
   }
 }
 
-// Whatever was left out of it, the trace loads as a scenario.
+// The trace loads as a scenario, even if it had no room for some calls.
 void CheckTrace(const DriverFront* front) {
   const uint32_t size = front->trace.bytes;
   auto* text = static_cast<char*>(malloc(size + size_t{1}));
@@ -144,7 +144,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Input input = {data, size};
   *State() = {};
   Require(FrontStart(&front, {Allocate, Release}));
-  front.traceStore.blockBytes = 64;  // 16 KiB in all: soon cleared, and soon full
+  front.traceStore.blockBytes = 64;  // 16 KiB in all, which are soon full
   while (input.left > 0) CallOne(&front, &input);
   CheckTrace(&front);
   FrontStop(&front);

@@ -1,5 +1,5 @@
-// Included before everything else of the tool in the fuzz build: memory and files come from
-// fuzz/replies_fuzz.cpp, which can refuse them and sees what is not given back.
+// The fuzz build includes this before each file of the tool. Memory and files then come from
+// fuzz/replies_fuzz.cpp, which can refuse them and sees if one is not released.
 #pragma once
 
 #include <unistd.h>

@@ -29,7 +29,7 @@ def read(path):
 
 
 def answers_of(trace):
-    """The traced answers as replies_fuzz.cpp reads them: a prefix, and an error where it failed."""
+    """The traced answers as replies_fuzz.cpp reads them: a prefix, and an error if it failed."""
     data = b""
     for match in ANSWER.finditer(trace):
         payload = bytes.fromhex((match[3] or b"").decode()).rstrip(b"\0")
@@ -46,7 +46,7 @@ def case_runs():
 
 
 def reply_seeds(programs):
-    """For each run of the cases: what replies_fuzz.cpp takes, and its trace."""
+    """For each run of the cases: an input of replies_fuzz.cpp, and the trace."""
     rows = [name.lower() for _, name in command_rows(TOOL) + command_rows(ENGINEERING)]
     for case, run in case_runs():
         if run.words[0].lower() not in rows:
@@ -84,7 +84,8 @@ def trace_of(programs, case, run, folder):
 
 
 def check_formats():
-    """Formats are told from printed ones by standing alone with their field or their call."""
+    """Returns how many formats scan_fuzz.cpp knows; it has to know all that the commands use. A format
+    of arguments stands in a call of ScanArgument or beside its field."""
     known = set(re.findall(r'^    "([^"]*)",$', read("fuzz/scan_fuzz.cpp"), re.M))
     used = set()
     for path in glob.glob(os.path.join(ROOT, "commands", "**", "*.cpp"), recursive=True):

@@ -1,14 +1,14 @@
-// Hostile replies: the whole tool, from its entry, over a device whose every answer the input
-// chooses. The input is
+// Hostile replies: runs the whole tool, from its entry, over a device. The input chooses every
+// answer of the device. It holds
 //
 //   byte   the command's row; past the table's end an unknown word. The high bit: rates are
 //          fixed by WCID
 //   byte   flags, see below
 //   text   the arguments, divided by blanks, up to a line end
-//   bytes  the answers, see Answer(); where they end, requests succeed unchanged, then fail
+//   bytes  the answers, see Answer(); after the last one requests succeed unchanged, then fail
 //
-// Besides the sanitizers' findings it is one when something allocated or opened is not given back,
-// when the device is used while closed, or when a command does not come to an end.
+// These are findings, too: memory or a file is not released, the closed device is used, a command
+// does not end.
 #include <sanitizer/asan_interface.h>
 
 #include <csetjmp>
@@ -35,7 +35,7 @@ constexpr uint8_t PathIsArgument = 128;
 
 constexpr int MostWords = 40;
 constexpr int MostRequests = 4000;
-constexpr int AnsweredWithoutInput = 600;  // more than any command sends to a device that is well
+constexpr int AnsweredWithoutInput = 600;  // more than any command sends to a good device
 constexpr int MostBlocks = 8;
 constexpr size_t LargestBlock = 1 << 20;
 
@@ -74,15 +74,15 @@ uint32_t NextNumber(Run* run, int bytes) {
   return number;
 }
 
-// Writes `count` bytes of the input, as far as there are, at an offset of the payload.
+// Writes `count` bytes of the input, or fewer at its end, at an offset of the payload.
 void WriteAnswer(Run* run, uint8_t* payload, uint32_t length, uint32_t offset, uint32_t count) {
   for (uint32_t i = 0; i < count && run->next < run->end; i++, run->next++) {
     if (offset + i < length) payload[offset + i] = *run->next;
   }
 }
 
-// Fills in an answer as the next bytes say: the low bits of the first choose what becomes of the
-// payload, the high ones the outcome. Returns whether the request succeeds.
+// Fills in an answer by the next bytes. The low bits of the first byte choose how the payload
+// changes, the high ones the outcome. Returns whether the request succeeds.
 bool Answer(Run* run, uint8_t* payload, uint32_t length, uint32_t* returned) {
   constexpr uint32_t Errors[] = {5, 31, 50, 87, 234, 0xFFFFFFFF};
   const uint8_t control = NextByte(run);
@@ -124,7 +124,7 @@ ssize_t WriteReport(void* /*cookie*/, const char* /*bytes*/, size_t size) {
   return (Current()->flags & WritesFail) != 0 ? 0 : static_cast<ssize_t>(size);
 }
 
-// A copy in a block of its own, so that reading beyond it is seen.
+// A copy in a block of its own, so that a read past its end is seen.
 void AddWord(Run* run, const char* text, size_t length) {
   if (run->wordCount == MostWords) return;
   char* copy = static_cast<char*>(malloc(length + 1));
@@ -245,7 +245,7 @@ uint32_t DeviceError() {
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
   setenv("TZ", "UTC", 1);
-  // What is printed is formatted, but nobody's.
+  // The output is formatted, but nobody reads it.
   return freopen("/dev/null", "w", stdout) != nullptr ? 0 : 1;
 }
 

@@ -1,7 +1,7 @@
-// The argument scanner against the C library's sscanf, for every format that the tool uses: equal
-// counts and equal values. The first byte chooses the format, the rest is the text.
+// Compares the argument scanner with the C library's sscanf, for every format that the tool uses:
+// the counts and the values are equal. The first byte chooses the format, the rest is the text.
 //
-// Left out is what the two define differently; see Comparable().
+// Comparable() leaves out what the two define differently.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>

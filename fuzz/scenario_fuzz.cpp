@@ -1,5 +1,5 @@
-// Scenario files: parsing any text keeps within its memory, both passes agree, and what a scenario
-// answers is traced as a scenario that answers the same.
+// Parses any text as a scenario. Parsing keeps within its memory, and its two passes agree. The
+// trace of a scenario's answers is itself a scenario that answers the same.
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -45,7 +45,7 @@ void EndLine(void* /*context*/, LineEnd end) {
   Require(end == LineEnd::Kept);
 }
 
-// Parses the text into a block of exactly its needs. Returns null where it is refused.
+// Parses the text into a block of exactly the size that it needs. Returns null if it is refused.
 void* Load(const char* text, size_t size, Scenario* scenario, uint32_t** served) {
   ScenarioSizes sizes = {};
   const ScenarioError error = ParseScenario(text, size, nullptr, &sizes, nullptr);
@@ -62,7 +62,8 @@ void* Load(const char* text, size_t size, Scenario* scenario, uint32_t** served)
   return block;
 }
 
-// Sends what the rules wait for: their conditions' bytes, as far as they fit. Returns the count.
+// Sends the requests that the rules wait for, with the bytes of their conditions that fit. Returns
+// the count.
 uint32_t Ask(Adapter* adapter, const Scenario* scenario, Exchange* exchanges) {
   uint32_t count = scenario->ruleCount < MostRequests ? scenario->ruleCount : MostRequests;
   for (uint32_t i = 0; i < count; i++) {
@@ -107,7 +108,7 @@ bool Equal(CallResult left, CallResult right) {
   return left.outcome == right.outcome && left.error == right.error;
 }
 
-// Asks again, in the same order, the scenario that the trace is.
+// Sends the same requests once more, in the same order, to the scenario that the trace is.
 void Replay(const Adapter* adapter, const Exchange* exchanges, uint32_t count,
             const TraceText* trace) {
   static Adapter replayed;
@@ -131,8 +132,8 @@ void Replay(const Adapter* adapter, const Exchange* exchanges, uint32_t count,
   free(block);
 }
 
-// Redacts a text: every trace is taken, and what is taken becomes a scenario with the rules that
-// are not left out, of which all are taken again.
+// Redacts a text. Every trace is accepted. The report is a scenario with all rules that are not
+// left out, and is accepted itself.
 void RedactCopy(const char* text, uint32_t size, bool isTrace, bool keepTexts) {
   const TextView view = {text, size};
   const TextView word = {"wtbl", 4};
@@ -158,7 +159,7 @@ void RedactCopy(const char* text, uint32_t size, bool isTrace, bool keepTexts) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static Adapter adapter;
   static TraceText trace;
-  // A block of its own, so that reading beyond the text is seen.
+  // A block of its own, so that a read past the text's end is seen.
   char* text = static_cast<char*>(malloc(size > 0 ? size : 1));
   if (size > 0) memcpy(text, data, size);
   Scenario scenario = {};

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Names what was forgotten of a command: every row of the command table has a usage text, a case, one
-in which the driver refuses, its places in the documents and a line in the change log. Every record has
-its size and offsets asserted, and no engineering row is longer than the payload of its engine."""
+"""Names what a command lacks. Every row of the command table has a usage text, a case, a case in which
+the driver refuses, its places in the documents and a line in the change log. Every record has its size
+and offsets asserted. No engineering row has a longer payload than its engine has room for."""
 
 import glob
 import os
@@ -30,12 +30,12 @@ def read(path):
 
 
 def names(text):
-    """The first words of what stands in backticks."""
+    """The first word of each text in backticks."""
     return set(re.findall(r"`(\w+)[^`\n]*`", text))
 
 
 def section(text, heading):
-    """What follows a heading, to the next one of any level."""
+    """The text from a heading to the next one of any level."""
     return text.partition(f"\n{heading}\n")[2].partition("\n#")[0]
 
 
@@ -44,7 +44,8 @@ def first_cells(text):
 
 
 def places(own):
-    """For the rows of one table: the place, the commands that are named there, and what is wanted."""
+    """Yields the places that name the rows of one table: the place, the commands that it names, and what
+    a command wants there."""
     if own == TOOL:
         path, name = "docs/commands.md", "wlanx"
         text = read(path)
@@ -73,13 +74,13 @@ def places(own):
 
 
 def refuses(case):
-    """Whether the scenario refuses requests, by an error or since it answers none."""
+    """Whether the scenario refuses requests: by an error, or because it has no rule."""
     requests = [line for line in case.lines if line.startswith("0x")]
     return any("error=" in line for line in requests) or (case.lines and not requests)
 
 
 def record_problems():
-    """Records that travel without an asserted size or offset, and rows that are too long."""
+    """Names records of requests without an asserted size or offset, and rows that are too long."""
     sources = {path: read(path) for path in glob.glob("commands/**/*.*", root_dir=ROOT, recursive=True)
                if path.endswith((".cpp", ".h"))}
     every = "".join(sources.values())

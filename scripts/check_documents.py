@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
-"""Holds the documents to the product: runs their examples, compares their tables with the sources
+"""Compares the documents with the product: runs their examples, compares their tables with the sources
 and follows their links.
 
-A fenced block with lines that begin with "$ " is an example: a shell runs each such line, and what
-stands below it is what it prints, byte for byte. "\\xHH" and "\\r" stand for a byte, "\\c" at the end
-of a line for a missing line end; the banner may be left out, and a line "..." stands for one or more
-that are. A block with a file name after its language ("```text a.a8000") is put into that file. The
-examples of a document share a folder. "```cases" are run as cases, "```diff" have to fit the tree.
-What a package makes of a document may hold nothing that the package's readers do not have.
+A fenced block with lines that begin with "$ " is an example. A shell runs each such line, which has to
+print the lines below it, byte for byte. "\\xHH" and "\\r" stand for a byte, "\\c" at the end of a line
+for a missing line end. The banner may be left out. A line "..." stands for one or more lines. A block
+with a file name after its language ("```text a.a8000") is written into that file. The examples of a
+document share a folder. "```cases" are run as cases; "```diff" have to fit the tree. The form of a
+document for a package may hold nothing that the package's readers do not have.
 """
 
 import argparse
@@ -29,7 +29,7 @@ from run_cases import BANNER, TRACED, differences, lines_of, unescape  # noqa: E
 
 FENCE = re.compile(r"^```(\w*) ?([\w.-]*)\n(.*?)^```$", re.M | re.S)
 PROTOCOL = "docs/driver-protocol.md"
-# What readers of each package cannot use, and the programs that lines to type may begin with.
+# What readers of each package cannot use; the programs that they can type.
 UNIX = r"\$\?|^\$ |A8000_SCENARIO|build/linux|scripts/|tests/|simulator/\w|\bsed\b|\| (?:tail|head|grep)|```(?:sh|cases)"
 FOREIGN = {"program": re.compile(UNIX + "|wlanx-eng|a8000\\w|simulat|scenario", re.M),
            "engineering": re.compile(UNIX + "|^wlanx ", re.M)}
@@ -48,8 +48,8 @@ def write(path, text):
 
 
 def fits(expected, output):
-    """Whether an example prints what stands in the document, where a line "..." stands for lines and
-    a quoted ... for any text."""
+    """Whether an example prints what the document shows. A line "..." stands for lines, a quoted ... for
+    any text."""
     pattern = rb"".join(rb"(?:.*\n|.+\Z)+" if line.rstrip() == b"..."
                         else re.escape(line).replace(rb'"\.\.\."', rb'"[^"]*"')
                         for line in expected.splitlines(keepends=True))
@@ -63,7 +63,7 @@ def as_printed(output):
 
 
 class Session:
-    """Runs a document's examples and collects the requests that reached the adapter."""
+    """Runs a document's examples and collects the requests that they send."""
 
     def __init__(self, tools, folder):
         self.tools, self.folder = tools, folder
@@ -119,7 +119,7 @@ def slugs(text):
 
 
 def check_scenarios(text, session):
-    """The rows about scenarios name all files, their first lines, and a command that each answers."""
+    """A table of scenarios has a row for each file: its name, its first line, a command that it answers."""
     problems, named = "", [row for row in rows(text) if row[0].endswith(".a8000")]
     for name, sentence, command in named:
         path = f"simulator/scenarios/{name}"
@@ -147,7 +147,7 @@ def check_links(path, text):
 
 
 def check_readers(edition, text):
-    """A document of a package holds nothing that is not there for its readers."""
+    """A document of a package holds nothing that its readers do not have."""
     problems = "".join(f"not for readers of the package {edition}: {found[0]}\n"
                        for found in FOREIGN[edition].finditer(text))
     typed = TYPED[edition].split() + [f[1].split(".")[0] for f in FENCE.findall(text)]
@@ -159,15 +159,15 @@ def check_readers(edition, text):
 def check_patch(text):
     """The changes that a document shows fit the tree, or have been made."""
     patch = "".join(f[2] for f in FENCE.findall(text) if f[0] == "diff")
-    # Inside another repository git would leave out what is not in that one's folder.
+    # In another repository git would skip all that lies outside of the current folder.
     alone = {**os.environ, "GIT_CEILING_DIRECTORIES": os.path.dirname(ROOT)}
     results = [programs.run(["git", "apply", "--unidiff-zero", "--check", *reverse], cwd=ROOT,
                             input=patch, env=alone, text=True)
                for reverse in ([], ["-R"])]
     if not patch or 0 in [result.returncode for result in results]:
         return ""
-    return results[0].stderr + """Give each block for a file named here a line as context, before or
-after what it adds, that the file has now; the number after @@ - may be about right.
+    return results[0].stderr + """Each block for a file that is named here needs a line of context that the file
+has now, before or after the lines that it adds. The number after @@ - may be about right.
 """
 
 
@@ -206,9 +206,9 @@ def check_header():
 
 
 def check_redaction(text):
-    """Compares what redaction keeps of a payload with the OIDs and records: each has a row, whose
-    stretches end where fields do and leave out none with a meaning. Its comment names the record and
-    the first and last field of the stretches of which not all stays."""
+    """Compares the rows of redaction with the tables of OIDs and records. Each OID has a row. The row's
+    stretches begin and end with fields, and together hold each field that has a meaning. The row's
+    comment names the record, and the first and last field of each stretch that is not kept whole."""
     path = "simulator/redact/payload_rows.h"
     problems, found = "", set()
     codes = {row[1]: (row[0], row[4]) for row in rows(text) if row[0].startswith("0x")}
@@ -245,8 +245,8 @@ def check_redaction(text):
 
 
 def source_values(name, sources):
-    """What the sources have under a name: the pairs of number and text of an array, or for each
-    constant of that name its numbers."""
+    """The values of a name in the sources: the pairs of number and text of an array, or the numbers of
+    each constant of that name."""
     array = re.search(rf"\b{name}\[\](?:\[\d+\])? = \{{\s*(.*?)\}};", sources, re.S)
     if array:
         numbers = re.findall(r"\{(0x[0-9A-F]{8}), ", array[1])
@@ -258,8 +258,8 @@ def source_values(name, sources):
 
 
 def check_values(text, sources):
-    """Compares the table after "<!-- sources: NAME... -->" with the sources: with an array its pairs
-    of neighbouring cells, else each row's numbers with the constant named for it."""
+    """Compares the table after "<!-- sources: NAME... -->" with the sources. If NAME is an array, its
+    pairs are the table's neighbouring cells. Otherwise each row has the numbers of the next NAME."""
     problems = ""
     for names, table in re.findall(r"^<!-- sources: (.*) -->\n\n.*\n((?:\|.*\n)+)", text, re.M):
         names, body = names.split(), rows(table)
@@ -294,7 +294,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.partition("\n\n")[0])
     parser.add_argument("--programs", required=True, help="the folder of the built programs")
     parser.add_argument("--update", action="store_true",
-                        help="put what the examples print into the documents")
+                        help="write the examples' output into the documents")
     parser.add_argument("documents", nargs="*", help="only these")
     options = parser.parse_args()
     problems, requests = {}, set()

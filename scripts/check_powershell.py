@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Runs the PowerShell lines of the documents with an adapter, with one that refuses everything and
-without a driver, and asks the completions what bash's are asked.
+"""Runs the documents' PowerShell lines: with an adapter, with one that refuses everything, and without a
+driver. Completes the same lines as the test of bash's completions.
 
-A block "```powershell NAME" is a script. What it prints stands in the document's table of NAMEs, a
-column for each case: the text in backticks, its lines parted by commas, or "nothing"."""
+A block "```powershell NAME" is a script. The document has a table with a row for each NAME and a column
+for each case. A cell has the lines that the script prints, in backticks, or "nothing"."""
 
 import glob
 import os
@@ -30,7 +30,7 @@ def quoted(text):
 
 
 def run(pwsh, folder, pieces, **more):
-    """What each piece of PowerShell prints, its errors too; none ends the others."""
+    """The output of each piece of PowerShell, with its errors. A piece that fails does not end the next."""
     session = ""
     for number, text in enumerate(pieces):
         with open(f"{folder}/{number}.ps1", "w") as file:
@@ -63,7 +63,7 @@ def check_scripts(pwsh, folder, text):
 
 
 def check_lines(pwsh, folder, texts):
-    """Single lines bring no error; those that only Windows can run are parsed at least."""
+    """Single lines print no error. Those that only Windows can run are only parsed."""
     lines, parsed = [], []
     for text in texts:
         lines += re.findall(r"^\.\\wlanx.*$", text, re.M)

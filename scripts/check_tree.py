@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks what no compiler checks: which layer includes which, how long functions and files are."""
+"""Checks which layer includes which, and how long functions and files are."""
 
 import os
 import re
@@ -7,7 +7,7 @@ import sys
 
 from tree_files import ROOT, tree_files
 
-# What each layer may include besides itself, from the top to the bottom.
+# The layers from top to bottom, and what each may include besides itself.
 LAYERS = {
     "app": ["commands", "channel", "app/console", "platform"],
     "commands": ["channel", "app/console"],
@@ -20,10 +20,10 @@ LAYERS = {
     "simulator/redact": ["simulator"],
     "simulator/windows": ["simulator", "simulator/redact"],
 }
-# Single includes that the layers do not allow.
+# Includes that are allowed though the layers forbid them.
 ALLOWED = {
     ("commands", "platform/clock.h"),
-    ("app", "version.h"),                      # generated, as the next one
+    ("app", "version.h"),                      # generated, like the next one
     ("simulator", "builtin_scenario_text.h"),
     ("simulator/redact", "channel/oid.h"),
     ("simulator/redact", "commands/internal/internal_oid.h"),
@@ -56,8 +56,8 @@ def include_problems(path, text):
 
 
 def blocks(lines):
-    """What a C++ text declares in braces: kind, number of the first line and number of lines. By the
-    layout of clang-format a block ends with the first line that begins with its brace."""
+    """The blocks in braces of a C++ text: kind, number of the first line, number of lines. As clang-format
+    lays it out, a block ends with the next line that begins with a brace."""
     start = None
     for number, line in enumerate(lines, 1):
         if start is None and line.endswith("{") and not re.match(r'namespace|extern "C" {', line):

@@ -1,4 +1,4 @@
-"""The rows of the command table as the sources have them."""
+"""The rows of the command table in the sources."""
 
 import os
 import re
@@ -12,5 +12,5 @@ def command_rows(path):
     """The key of the usage text and the name of each row, in the table's order."""
     with open(os.path.join(ROOT, path), encoding="utf-8") as file:
         found = re.findall(r'^ *\{(\w+), "(\w+)",', file.read(), re.M)
-    assert found, f"{path}: no row was found here"
+    assert found, f"{path}: found no row"
     return found

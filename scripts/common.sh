@@ -1,23 +1,22 @@
-# What every script shares; to be read with `.` from a script one folder below the root.
+# What all scripts share. A script in a folder below the root reads it with `.`.
 set -eu
-# After a signal too a script ends by its EXIT trap.
+# A script that a signal ends runs its EXIT trap, too.
 trap 'exit 129' HUP
 trap 'exit 130' INT
 trap 'exit 143' TERM
 root=$(CDPATH= cd -- "$(dirname -- "$0")/.." && pwd -P)
 
-# Messages that are searched for and names of files are the same whatever the user's language.
+# The scripts search messages of programs, so these must not depend on the user's language.
 export LC_ALL=C.UTF-8
-# git refuses a tree of another user, which this one is under sudo, and a source archive is no part
-# of a repository that it may have been unpacked in.
+# git refuses a tree of another user, which this one is under sudo. And an unpacked source archive is
+# not a part of the repository around it.
 export GIT_CONFIG_COUNT=1 GIT_CONFIG_KEY_0=safe.directory GIT_CONFIG_VALUE_0="$root"
 export GIT_CEILING_DIRECTORIES="${root%/*}"
 
-# Debian has some programs where only root's shell or nobody's looks.
+# Debian has some programs in folders that a user's PATH lacks.
 PATH=$PATH:/usr/sbin:/sbin:/usr/lib/wine
 
-# Which of Debian's packages are needed for what. A script that calls others asks at its beginning for
-# what they need.
+# Debian's packages, by their use. A script that calls others installs at its start what they need.
 toolPackages='g++ cmake ninja-build nlohmann-json3-dev'
 testPackages="$toolPackages python3 libgtest-dev python3-jsonschema git"
 lintPackages="$testPackages clang clang-format clang-tidy cppcheck"
@@ -25,8 +24,8 @@ fuzzPackages="$testPackages clang libclang-rt-14-dev"
 crossPackages='g++-mingw-w64-x86-64-win32 mingw-w64-x86-64-dev cmark-gfm cmake ninja-build python3 nlohmann-json3-dev'
 windowsPackages="$crossPackages wine64"
 
-# needsOf PACKAGE: what the package is needed for, wherever that comes from: programs, and files as
-# the compiler in front of them finds them.
+# needsOf PACKAGE: what the package is needed for: programs, and files or modules after the program that
+# finds them. They may come from another source, too.
 needsOf() {
   case $1 in
     g++) echo "${CXX:-c++}" ;;
@@ -50,7 +49,7 @@ needsOf() {
 # Newer Wine has one program for all Windows programs.
 wine() { command -v wine64 || echo wine; }
 
-# has NEED: whether it is here.
+# has NEED: whether this machine has it.
 has() {
   command -v "${1%%:*}" >/dev/null || return 1
   case $1 in
@@ -65,13 +64,13 @@ has() {
 
 say() { printf '%s\n' "$*" >&2; }
 
-# usage: prints the comment at the top of the script, for words that it does not know.
+# usage: prints the comment at the top of the script, and ends it.
 usage() {
   sed -n '2,/^[^#]/s/^# //p' "$0" >&2
   exit 2
 }
 
-# waitFor DESCRIPTOR: locks the file that is open there.
+# waitFor DESCRIPTOR: locks the file that is open as this descriptor.
 waitFor() {
   flock -w 1 "$1" || {
     say "Waiting for another run in this folder to end ..."
@@ -79,15 +78,15 @@ waitFor() {
   }
 }
 
-# alone NAME: from here to its end the script is the only one in this tree that said so. What it
-# starts and leaves running must not inherit descriptor 8.
+# alone NAME: waits until no other script in this tree holds the lock NAME, and holds it to its own end. A
+# program that goes on after the script must not inherit descriptor 8.
 alone() {
   mkdir -p "$root/build"
   exec 8>"$root/build/$1.run"
   waitFor 8
 }
 
-# missingOf PACKAGE...: those that are needed for something that is not here.
+# missingOf PACKAGE...: those of which this machine lacks something.
 missingOf() {
   for package in $(printf '%s\n' "$@" | sort -u); do
     for need in $(needsOf "$package"); do
@@ -96,8 +95,7 @@ missingOf() {
   done
 }
 
-# install PACKAGE...: if something is not here that they are needed for, installs them by apt or says
-# what is missing.
+# install PACKAGE...: installs by apt those of which something is missing, or says what is missing.
 install() {
   [ -n "$(missingOf "$@")" ] || return 0
   mkdir -p "$root/build"
@@ -130,8 +128,7 @@ installMissing() {
   return 1
 }
 
-# phase TEXT COMMAND...: runs the command, which prints nothing, and says in one line what it does and how
-# long it took.
+# phase TEXT COMMAND...: runs the command, which prints nothing, and prints TEXT and the time in one line.
 phase() {
   inPhase=yes
   printf '%s ... ' "$1" >&2
@@ -161,8 +158,8 @@ join() {
   return $status
 }
 
-# build PRESET [TARGET...]: configures where needed, then builds what changed of the targets, or
-# everything; quiet unless it fails. Targets are programs, for which no test library is needed.
+# build PRESET [TARGET...]: configures if needed, then builds the targets or everything. Prints nothing
+# unless it fails. Targets are programs, which need no test library.
 build() {
   mkdir -p "$root/build"
   buildPreset "$@" 9>"$root/build/$1.lock" || exit 1
@@ -193,7 +190,7 @@ buildPreset() {
   }
 }
 
-# runTests PRESET: runs the tests of a build and tells how many runs the cases came to.
+# runTests PRESET: runs the tests of a build, and prints how many runs the cases were.
 runTests() { testPreset "$1" 9>"$root/build/$1.lock"; }
 
 testPreset() {

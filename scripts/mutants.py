@@ -104,7 +104,7 @@ OPERAND_START = re.compile(r"(?:[;,?]|&&|\|\|| = |\|= | : |return )$")
 
 
 def operand_end(code, at):
-    """Where the operand ends that begins at `at`."""
+    """The end of the operand that begins at `at`."""
     depth = 0
     while at < len(code):
         depth += (code[at] in "([{") - (code[at] in ")]}")
@@ -115,7 +115,7 @@ def operand_end(code, at):
 
 
 def operand_start(code, at):
-    """Where the operand begins that ends at `at`."""
+    """The begin of the operand that ends at `at`."""
     depth = 0
     while at > 0:
         depth += (code[at - 1] in ")]}") - (code[at - 1] in "([{")
@@ -152,7 +152,7 @@ def test_changes(source):
 
 
 def printed_values(source, literal):
-    """What follows a text, up to the end of the call or the row."""
+    """The values after a text, up to the end of the call or the row."""
     values, at = [], literal.end()
     while source.code[at:at + 1] == ",":
         end = operand_end(source.code, at + 1)
@@ -213,7 +213,7 @@ def carried_changes(source):
 
 
 def exchange_changes(source):
-    """After a request, what was asked in place of what came back, and the other way round."""
+    """After a request, a value that was sent in place of the one that came back, and the reverse."""
     for request in REQUEST.finditer(source.code):
         name, start, end = request[2], request.start(), request.end()
         end_of_function = source.code.find("\n}", end)
@@ -292,7 +292,7 @@ class Source:
         return self.text.count("\n", 0, at)
 
     def bits_of(self, value):
-        """How many bits a printed value has by its type; 0 where that is not known."""
+        """How many bits a printed value has by its type; 0 if that is not known."""
         if value in ("Byte", "Number"):
             return 8 if value == "Byte" else 32
         name = re.fullmatch(r"(?:.*(?:\.|->))?(\w+)(\[.*\])?", value)

@@ -1,9 +1,8 @@
 #!/usr/bin/env python3
-"""Which files belong to the project: those that git knows, and new ones beside them; without a
-repository, as in a source archive, those that are there. Folders that only lie in the tree, as build
-folders do, are no part of it.
+"""The files of the project: those that git knows, and new ones beside them. Without a repository, as
+in a source archive, they are all files except those of build folders.
 
-  tree_files.py [PATTERN...]    prints those that match one of the patterns, as "*.h" or "app/*.h"
+  tree_files.py [PATTERN...]    prints those that match a pattern such as "*.h" or "app/*.h"
 """
 
 import fnmatch

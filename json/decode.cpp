@@ -32,8 +32,9 @@ size_t CharacterLength(std::string_view bytes) {
   const size_t length = first >> 5 == 6 ? 2 : first >> 4 == 14 ? 3 : first >> 3 == 30 ? 4 : 0;
   if (length == 0 || length > bytes.size()) return 0;
   uint32_t character = first & 0x7FU >> length;
-  for (const char next : bytes.substr(1, length - 1)) {
-    if ((next & 0xC0) != 0x80) return 0;
+  for (const char byte : bytes.substr(1, length - 1)) {
+    const auto next = static_cast<uint8_t>(byte);
+    if (next >> 6 != 2) return 0;
     character = character << 6 | (next & 0x3FU);
   }
   const bool isHalf = character >= 0xD800 && character < 0xE000;

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-// UTF-16 becomes UTF-8. The mark tells the order of its bytes, else the first character does. The
-// mark is left out. Other text stays as it is.
+// UTF-16 becomes UTF-8. Its mark tells the order of the bytes; without a mark the first character
+// does. A mark is left out. Other text stays as it is.
 std::string DecodeSavedText(std::string_view bytes);
 
 // UTF-16 as UTF-8. Half a pair becomes U+FFFD.

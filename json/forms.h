@@ -12,12 +12,12 @@ constexpr Statuses Status0 = 1;
 constexpr Statuses Status1 = 2;
 constexpr Statuses Status0Or1 = 3;
 
-// Commands that say the same by their status.
+// Commands whose statuses mean the same.
 struct CommandRule {
   std::string_view names;  // with a blank between two
-  bool engineering;        // in wlanx-eng only
+  bool engineering;        // only wlanx-eng has them
   Statuses done;
-  Statuses refused;  // also when the command failed
+  Statuses refused;  // also if the command failed
   Statuses wrong;
 };
 
@@ -32,22 +32,23 @@ enum class Meaning {
   NoDevice,
 };
 
+// One form of a line, or of lines that belong together.
 struct Form {
   std::string_view commands = {};  // which print it, with a blank between two; empty: all
   std::string_view pattern = {};   // as described in json/pattern.h
-  // Where the values go: empty, or names with a dot between two. A name is that of an object; with
-  // [] at its end that of a list of objects, of which a new one is meant, but the last one where a
-  // dot follows.
+  // Where the values go: names with a dot between two, the object itself if it is empty. NAME is an
+  // object. NAME[] is a new object in a list; NAME[]. with its dot is the last object of the list.
   std::string_view place = {};
   Meaning meaning = Meaning::Value;
-  Statuses status = 0;  // where it is not that of the command's rule
+  Statuses status = 0;  // instead of that of the command's rule; 0: the rule's
 };
 
-// Commands that print nothing when all went well.
+// Commands that print nothing if all went well.
 constexpr std::string_view SilentCommands = "hw_write coex_info";
 
-// Commands that print a text of the driver; FreeText is the last thing that they print. It may look
-// like anything, so that a message of the tool's own is one only if nothing else stands there.
+// Commands that print a text of the driver. A pattern has FreeText in its place; it is the last
+// thing that they print. The text may look like a message of the tool. So a message counts only if
+// nothing else was printed.
 constexpr std::string_view FreeTextCommands = "stat get_wfd get_umac country txbf get_cmd_str";
 constexpr std::string_view FreeText = "{*}";
 
@@ -55,8 +56,8 @@ constexpr std::string_view FreeText = "{*}";
 std::span<const CommandRule> CommandRules();
 std::span<const Form> Forms();
 
-// Whether a list with a blank between two names has this one, without regard to case.
+// Whether a list of names, with a blank between two, has this one in whatever case.
 bool Lists(std::string_view names, std::string_view name);
 
-// The name of a Windows error code, empty for one that a driver does not usually return.
+// The name of a Windows error code. Empty for a code that drivers do not usually return.
 std::string_view ErrorName(int64_t code);

@@ -28,8 +28,7 @@ void Add(Json* object, std::string name, Json value) {
   }
 }
 
-// Joins the names that were found in a line with the values that belong to them, and leaves out
-// what has no name.
+// Gives each value the name that was found before it in the line. Drops values without a name.
 std::vector<Found> Named(std::vector<Found> found) {
   std::vector<Found> named;
   std::string lineName;
@@ -50,8 +49,8 @@ std::vector<Found> Named(std::vector<Found> found) {
   return named;
 }
 
-// The object that a form's place names; null where it would be the last one of an empty list, or
-// where a name that was taken from a line has that place.
+// The object that a form's place names. Null if the place is the last object of an empty list, or
+// if a line gave its name to another value.
 Json* Place(Json* object, std::string_view place) {
   while (!place.empty()) {
     if (!object->is_object() && !object->is_null()) return nullptr;
@@ -88,7 +87,8 @@ std::string WithoutLineEnd(std::string_view line) {
   return Utf8(line);
 }
 
-// The driver's text as lines, and as pairs where a line is "NAME = VALUE" or "NAME: VALUE".
+// Adds the driver's text: all lines, and the pairs of lines that are "NAME = VALUE" or "NAME:
+// VALUE".
 void AddFreeText(std::string_view text, Json* values) {
   Json& lines = (*values)["lines"] = Json::array();
   Json::object_t pairs;
@@ -119,7 +119,7 @@ bool HasStatus(Statuses statuses, int64_t status) {
   return (status == 0 || status == 1) && (statuses >> status & 1) != 0;
 }
 
-// Whether values of some form go into the object or the list of this name.
+// Whether some form puts its values into the object or the list of this name.
 bool IsPlace(std::string_view name) {
   return std::ranges::any_of(Forms(), [&](const Form& form) {
     return form.place.substr(0, form.place.find_first_of("[.")) == name;
@@ -146,7 +146,7 @@ struct Reader {
   bool openEnd = false;  // the last line was unread and has no end
 };
 
-// The statuses that go with a meaning, where a form has none of its own.
+// The statuses that fit a meaning: the form's own ones, if it has any.
 Statuses StatusOf(const Reader& reader, Meaning meaning, Statuses own) {
   const CommandRule* rule = reader.rule;
   if (rule == nullptr || meaning == Meaning::NoDevice) return Status1;
@@ -156,10 +156,10 @@ Statuses StatusOf(const Reader& reader, Meaning meaning, Statuses own) {
   return rule->refused;
 }
 
-// Whether a message that the driver's text may imitate is the tool's own.
+// Whether a message is the tool's own, although the driver's text may look the same.
 bool IsOwn(const Reader& reader, const Form& form) {
   const auto& status = reader.run->status;
-  // What needs no argument cannot have a wrong one.
+  // A command that takes no argument cannot get a wrong one.
   const bool mayBeWrong = reader.run->words.size() > 1 || reader.rule->wrong != reader.rule->done;
   if (form.meaning == Meaning::Wrong && !mayBeWrong) return false;
   return !status || reader.closeFailed ||
@@ -183,8 +183,8 @@ void AddError(std::string_view matched, const std::vector<Found>& found, Json* e
   }
 }
 
-// Adds what a form found to the values; false where it has no place there, since the tool prints no
-// such line after the ones before it.
+// Adds what a form found to the values. Returns false if the values have no place for it: the tool
+// prints no such line after the ones before.
 bool AddValues(std::string_view place, std::vector<Found> found, Json* values) {
   Json* object = Place(values, place);
   if (object == nullptr || object->size() >= MostNames) return false;
@@ -197,8 +197,8 @@ bool AddValues(std::string_view place, std::vector<Found> found, Json* values) {
   return true;
 }
 
-// Returns how much of the text the form takes; 0 for nothing. A form of a message may be taken with
-// any status only where nothing else is.
+// Returns how much of the text the form takes, 0 for nothing. With `anyStatus` a message of the
+// tool counts even if the run's status does not fit it.
 size_t TryForm(Reader* reader, const Form& form, std::string_view text, bool anyStatus) {
   const size_t free = form.pattern.find(FreeText);
   const bool isFree = free != std::string_view::npos;
@@ -247,7 +247,7 @@ void Read(Reader* reader, std::string_view text) {
   }
 }
 
-// The outcome, or why there is none; the other is null.
+// The outcome, or why there is none. The other one is null.
 struct Judgement {
   const char* outcome;
   const char* fault;
@@ -278,7 +278,7 @@ Judgement Judge(const Reader& reader, bool nothingPrinted) {
   return fits ? Judgement{outcome, nullptr} : Judgement{nullptr, "contradiction"};
 }
 
-// Where every line ends with CR LF, the host made that of the tool's line end.
+// If every line ends with CR LF, the host wrote that for the tool's line ends.
 std::string WithoutCarriageReturns(const std::string& text) {
   std::string changed;
   size_t at = 0;

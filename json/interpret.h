@@ -17,10 +17,10 @@ struct Report {
 
 // A run of the tool, as far as it is known.
 struct ToolRun {
-  std::vector<std::string> words;  // what stood after the program's name
+  std::vector<std::string> words;  // the words after the program's name
   bool engineering = false;        // it was wlanx-eng
-  std::string output;              // all that it printed, or a report; line ends as on any host
-  std::optional<int64_t> status;   // 128 and more, or negative: something ended it from outside
+  std::string output;              // all that it printed, or a report; with line ends of any host
+  std::optional<int64_t> status;   // below 0 or above 127 if something ended it from outside
   std::optional<Report> report = {};
 };
 

@@ -19,12 +19,12 @@ namespace {
 
 constexpr char Help[] =
     "wlanx-json [--eng] COMMAND [ARGUMENT]...\n"
-    "    runs wlanx (with --eng wlanx-eng), which lies beside this program or in PATH, and prints "
-    "what\n"
-    "    it says as one JSON object\n"
+    "    runs wlanx (with --eng wlanx-eng) from the folder of this program or from PATH and "
+    "prints\n"
+    "    one JSON object with what it says\n"
     "wlanx-json [--eng] --read FILE [--status N] [COMMAND [ARGUMENT]...]\n"
-    "    the same of output that was saved, of a run that ended with status N; FILE may be - for\n"
-    "    standard input, or the file that export_rssi_report wrote\n"
+    "    reads the saved output of a run that ended with status N; FILE may be - for standard\n"
+    "    input, or the file that export_rssi_report wrote\n"
     "wlanx-json --help | --version\n"
     "\n"
     "Status: 0 the outcome is \"done\"; 1 it is not; 2 there is no object.\n";
@@ -104,7 +104,7 @@ std::filesystem::path FindTool(const std::string& name) {
   throw std::runtime_error("there is no " + name + " beside this program or in PATH");
 }
 
-// The file of a report, and when it was written before the tool ran.
+// The file of a report, and the time of its last writing before the tool ran.
 struct ReportFile {
   std::string name;
   int64_t writtenAt;
@@ -117,7 +117,7 @@ std::vector<ReportFile> ReportFiles(const std::vector<std::string>& words) {
   for (const std::string& name : {std::string("error.xml"), words.back()}) {
     files.push_back({name, WriteTime(PathOf(name))});
   }
-  // What is written next has another time, however short ago these were written.
+  // A file that was written just now must get another time if the tool writes it again.
   std::this_thread::sleep_for(std::chrono::milliseconds(40));
   return files;
 }
@@ -151,7 +151,7 @@ int Run(const std::vector<std::string>& arguments) {
                                      : RunTool(options);
     if (run.output.size() > LongestOutput) throw NotToolOutput("it is too long");
     const Json result = Interpret(run);
-    // In ASCII, which every code page of a console has.
+    // ASCII looks the same in every code page of a console.
     (void)std::puts(result.dump(-1, ' ', true).c_str());
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
       throw std::runtime_error("cannot write to standard output");

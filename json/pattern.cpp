@@ -9,7 +9,7 @@
 
 namespace {
 
-// The longest text that t, T and their relatives take. The longest that the tool prints is shorter.
+// The longest text that a field of kind t, T, e, w, v or % takes. The tool prints none that long.
 constexpr size_t LongestText = 4096;
 
 bool IsDigit(char character) {
@@ -34,7 +34,7 @@ struct Reading {
   size_t length;
 };
 
-// Nothing for no digits and for more than the number holds.
+// Nothing if there are no digits or the number is too large.
 template <typename Number>
 std::optional<Reading> ReadNumber(std::string_view text, int base) {
   Number number = 0;
@@ -126,7 +126,7 @@ std::optional<Reading> ReadBits(std::string_view text) {
   return bits;
 }
 
-// The kinds whose text says itself where it ends.
+// Reads a field of a kind that needs not know what follows it.
 std::optional<Reading> ReadClosed(char kind, std::string_view text) {
   switch (kind) {
     case 'd':
@@ -187,8 +187,8 @@ std::optional<size_t> TakeText(const Match& match, const Field& field, size_t at
   return matched;
 }
 
-// Whether what follows the field may stand there. After a blank, \t only finds what it found
-// before it.
+// Whether the pattern's next character may stand at this end. An end after a blank is not tried
+// before \t, since the \t finds the same from the end before the blank.
 bool MayFollow(const Match& match, const Field& field, size_t at, size_t end) {
   const char next = field.rest.empty() ? '{' : field.rest[0];
   if (next == '\t') return end == at || !IsBlank(match.text[end - 1]);

@@ -1,4 +1,4 @@
-// The small language in which json/forms.cpp says how the tool's lines look, and what reads it.
+// The small language in which json/forms.cpp writes the forms of the tool's lines, and its reader.
 #pragma once
 
 #include <cstddef>
@@ -9,26 +9,26 @@
 
 using Json = nlohmann::ordered_json;
 
-// What a pattern found: a name and what stood there.
+// A value that a pattern found, and its name.
 struct Found {
   std::string name;
   Json value;
   bool lineNamed = false;  // the name was taken from the line
 };
 
-// A pattern matches the text that it begins: a character stands for itself, \t for any number of
-// blanks and tabs. In braces stands what is read:
+// A pattern is compared with the beginning of a text. A character stands for itself, \t for any
+// number of blanks and tabs. Braces hold a field:
 //
 //   {name:kind}    a value; {:kind} is read and dropped
-//   {%}            the name of the value that follows as {%:kind}, in snake_case; a name that ends
-//                  with an index, as "ucCondition[3]", loses it and is a list
-//   {name=value}   nothing is read; the value is true, false or this text
-//   {name[]:kind}  a list, also of one value
+//   {%}            the name of the next {%:kind}, made snake_case; a name that ends with an index,
+//                  as "ucCondition[3]", loses the index and has a list
+//   {name=value}   reads nothing; the value is true, false, a number or this text
+//   {name[]:kind}  a list, even of one value
 //
 // Kinds:
 //   d  decimal number         x  hexadecimal number without 0x
-//   n  decimal fraction       v  a number of these kinds (x with 0x) where it is one, else as t
-//   f  flag: Y, ON, V, 1 or N, OFF, X, 0; NA is null, another number stays one
+//   n  decimal fraction       v  as t, but a whole number (x with 0x) becomes the number
+//   f  flag: Y, ON, V, 1 or N, OFF, X, 0; NA is null, another number stays a number
 //   m  mark of the row in force: "**" or two blanks
 //   p  power: "18.0 dBm (0x24)" or the same without the blank before the bracket
 //   h  two hexadecimal digits
@@ -37,10 +37,10 @@ struct Found {
 //   c  one byte as text       2  two of them
 //   w  text without blanks    t  text in one line, as short as may be
 //   e  one of the command's words, else as t
-//   T  text of any lines, as long as may be, to a limit
+//   T  text of several lines, as long as may be, up to a limit
 //
-// Returns whether `text` begins with the pattern; `*length` is then what it took of it. `words` are
-// the command's. What is found is appended to `*found`.
+// Returns whether `text` begins with the pattern. Then `*length` is the length of that part, and
+// the values are appended to `*found`. `words` are the command's.
 bool MatchPattern(std::string_view pattern, std::string_view text,
                   const std::vector<std::string>& words, std::vector<Found>* found, size_t* length);
 

@@ -92,13 +92,13 @@ std::string ReadSaved(const std::string& name) {
 
 std::filesystem::path FindTool(const std::string& name) {
   std::filesystem::path folder = OwnFolder();
-  std::basic_istringstream list(SearchPath());
+  std::basic_istringstream list(ProgramFolders());
   do {
     std::error_code ignored;
     auto path = folder / (name + ProgramSuffix);
     if (std::filesystem::is_regular_file(path, ignored)) return path;
     std::filesystem::path::string_type next;
-    std::getline(list, next, SearchPathDivider);
+    std::getline(list, next, ProgramFolderDivider);
     folder = next;
   } while (list);
   throw std::runtime_error("there is no " + name + " beside this program or in PATH");

@@ -21,8 +21,8 @@ extern const char* const ProgramSuffix;
 std::filesystem::path OwnFolder();
 
 // The folders of PATH, with this character between two.
-std::filesystem::path::string_type SearchPath();
-extern const std::filesystem::path::value_type SearchPathDivider;
+std::filesystem::path::string_type ProgramFolders();
+extern const std::filesystem::path::value_type ProgramFolderDivider;
 
 // Runs the program with these arguments, which are UTF-8 on Windows. It gets this program's
 // standard input and errors. Throws std::system_error if it cannot be started.

@@ -13,7 +13,7 @@
 #include "json/program.h"
 
 const char* const ProgramSuffix = "";
-const char SearchPathDivider = ':';
+const char ProgramFolderDivider = ':';
 
 namespace {
 
@@ -39,7 +39,7 @@ std::filesystem::path OwnFolder() {
   return std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path();
 }
 
-std::string SearchPath() {
+std::string ProgramFolders() {
   const char* path = getenv("PATH");
   return path != nullptr ? path : "";
 }

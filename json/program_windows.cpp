@@ -12,7 +12,7 @@
 #include "json/program.h"
 
 const char* const ProgramSuffix = ".exe";
-const wchar_t SearchPathDivider = L';';
+const wchar_t ProgramFolderDivider = L';';
 
 namespace {
 
@@ -63,7 +63,7 @@ int64_t WriteTime(const std::filesystem::path& path) {
          data.ftLastWriteTime.dwLowDateTime;
 }
 
-std::wstring SearchPath() {
+std::wstring ProgramFolders() {
   const wchar_t* path = _wgetenv(L"PATH");
   return path != nullptr ? path : L"";
 }

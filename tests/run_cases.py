@@ -5,21 +5,21 @@ their exit status, the requests that reached the adapter and the files they leav
 A case file holds cases; a case holds a scenario and any number of runs against it:
 
   # a comment
+  : NAME text                  {NAME} stands for this text in the later lines of the file
   == title                     begins a case
   @ sar-368.a8000              its scenario is this file of simulator/scenarios/; without it and
   < OID ok 0:01                without these scenario lines the built-in one answers
   % TZ=UTC                     environment of the next run
   ^ C:\\tools\\my.tool.exe       the program's path (argv[0]) in the later runs of this case
-  $ sar get_sar_table          a run of wlanx; "$eng ..." runs wlanx-eng. Words are split as a shell
-                               does; {x*50} stands for x fifty times
+  = 1 sar get_sar_table        a run of wlanx that ends with status 1; "=eng 1 ..." runs wlanx-eng.
+                               Words are split as a shell does; {x*50} stands for x fifty times
   > text                       a line that it prints after the banner
   ~ text                       the same without a line end
-  ? 1                          its exit status (0 where no such line stands)
-  ! FFFCF017 00*368            a request: OID and the payload sent, as hex pairs, XX*N and "text";
-                               where one such line stands, these are all the requests
-  ! none                       no request is sent
-  = 1 getreg => text => OID 00 a whole run in one line: status, words, all that it prints, and its
-                               requests divided by " | ", none without the second "=>"; "=eng ..."
+  ! OID 00*3 1f | OID "text"   its requests, each with the payload sent, as hex pairs, XX*N and
+                               "text"; if such a line stands, these are all
+  ! none                       it sends no request
+  = 1 getreg => text => OID 00 a whole run in one line: after the words what a ~ line and a ! line
+                               would have; it sends no request if the second "=>" is missing
   + error.xml                  a file that it leaves; the > and ~ lines after it are its text, in
                                which <time> stands for a timestamp
   - out.xml                    a file that it must not leave
@@ -50,6 +50,7 @@ with open(os.path.join(ROOT, "CMakeLists.txt"), encoding="utf-8") as file:
 SHOWN_VERSION = "{:d}.{:02d}.{:02d}.{:04d}".format(*map(int, VERSION.split(".")))
 BANNER = re.compile(rb"\r?\nWLANX tool, Version %s\r?\n[^\r\n]+\r?\n\r?\n" %
                     re.escape(SHOWN_VERSION).encode())
+LONGEST_LINE = 200
 TIME = re.compile(rb"\d\d/\d\d/\d{4} \d\d:\d\d:\d\d")
 TRACED = re.compile(rb"0x([0-9A-F]{8}) len=(\d+)(?: if 0:([0-9a-f]*))? ")
 
@@ -75,18 +76,19 @@ def payload(words):
     return data
 
 
-def request(text):
-    oid, _, words = text.partition(" ")
-    return oid.upper(), payload(words)
+def requests(text):
+    pairs = [item.partition(" ") for item in text.split(" | ")]
+    return [(oid.upper(), payload(words)) for oid, _, words in pairs]
 
 
-def expand(word):
-    return re.sub(r"\{(.)\*(\d+)\}", lambda m: m[1] * int(m[2]), word)
+def expand(text, names):
+    text = re.sub(r"\{([A-Z]+)\}", lambda m: names.get(m[1], m[0]), text)
+    return re.sub(r"\{(.)\*(\d+)\}", lambda m: m[1] * int(m[2]), text)
 
 
 def read_cases(path):
     """Ends the program at what is no case."""
-    cases, environment, program_path, target = [], {}, None, None
+    cases, names, environment, program_path, target = [], {}, {}, None, None
     for number, line in enumerate(open(path, encoding="utf-8", errors="surrogateescape"), 1):
         line, place = line.rstrip("\n"), f"{path}:{number}"
         mark, _, rest = line.partition(" ")
@@ -95,7 +97,11 @@ def read_cases(path):
         if line == "" or mark.startswith("#"):
             continue
         try:
-            if mark == "==":
+            if len(line) > LONGEST_LINE:
+                raise ValueError(f"is longer than {LONGEST_LINE} characters")
+            if mark == ":":
+                names.update([rest.split(" ", 1)])
+            elif mark == "==":
                 cases.append(SimpleNamespace(place=place, title=rest, scenario=None, lines=[],
                                              line_places=[], runs=[]))
                 program_path = None
@@ -111,38 +117,32 @@ def read_cases(path):
             elif mark == "%":
                 environment.update([rest.split("=", 1)])
             elif mark == "^":
-                program_path = expand(rest)
-            elif mark in ("$", "$eng", "=", "=eng"):
-                whole = mark.startswith("=")
-                head, *told = rest.split(" => ") if whole else [f"0 {rest}"]
+                program_path = expand(rest, names)
+            elif mark in ("=", "=eng"):
+                head, *told = rest.split(" => ")
                 status, _, words = head.partition(" ")
                 run = SimpleNamespace(
-                    line=number, edition="wlanx-eng" if mark.endswith("eng") else "wlanx",
-                    words=[expand(word) for word in shlex.split(words)], environment=environment,
-                    path=program_path, status=int(status), output=b"", requests=None, files={},
-                    absent=[])
-                if whole:
-                    text, *sent = told
-                    run.output = unescape(expand(text))
-                    run.requests = [request(item) for items in sent for item in items.split(" | ")]
+                    line=number, edition="wlanx-eng" if mark == "=eng" else "wlanx",
+                    words=[expand(word, names) for word in shlex.split(words)],
+                    environment=environment, path=program_path, status=int(status), output=b"",
+                    requests=None, files={}, absent=[])
+                if told:
+                    run.output = unescape(expand(told[0], names))
+                    run.requests = [item for items in told[1:] for item in requests(items)]
                 case.runs.append(run)
                 environment, target = {}, None
-            elif mark not in (">", "~", "?", "!", "+", "-"):
+            elif mark not in (">", "~", "!", "+", "-"):
                 raise ValueError("unknown mark")
             elif not run:
                 raise ValueError("no run stands above it")
             elif mark in (">", "~"):
-                text = unescape(expand(rest)) + (b"\n" if mark == ">" else b"")
+                text = unescape(expand(rest, names)) + (b"\n" if mark == ">" else b"")
                 if target is None:
                     run.output += text
                 else:
                     run.files[target] += text
-            elif mark == "?":
-                run.status = int(rest)
             elif mark == "!":
-                run.requests = run.requests or []
-                if rest != "none":
-                    run.requests.append(request(rest))
+                run.requests = (run.requests or []) + ([] if rest == "none" else requests(rest))
             elif mark == "+":
                 target = rest
                 run.files[target] = b""

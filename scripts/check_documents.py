@@ -205,13 +205,18 @@ def check_header():
                    for language in (("-xc", "-std=c11"), ("-xc++", "-std=c++11")))
 
 
+def oid_rows(text):
+    """The rows of the table of OIDs: OID, name, direction, lengths, payload, command."""
+    return [row for row in rows(text) if row[0].startswith("0x")]
+
+
 def check_redaction(text):
     """Compares the rows of redaction with the tables of OIDs and records. Each OID has a row. The row's
     stretches begin and end with fields, and together hold each field that has a meaning. The row's
     comment names the record, and the first and last field of each stretch that is not kept whole."""
     path = "simulator/redact/payload_rows.h"
     problems, found = "", set()
-    codes = {row[1]: (row[0], row[4]) for row in rows(text) if row[0].startswith("0x")}
+    codes = {row[1]: (row[0], row[4]) for row in oid_rows(text)}
     records = documented_records(text)
     for above, oid, stated, body, beside in re.findall(
             r"((?:^ +//.*\n)*)^ +\{(Oid\w+),\s*(\w+),\s*\{([^/;]*?)\}\},(?: +//(.*))?$",
@@ -239,8 +244,7 @@ def check_redaction(text):
         if "](" in codes[oid][1] and not (fields and record.startswith(
                 re.search(r"(\w+)\]", codes[oid][1])[1])):
             problems += f"{path}: {oid} wants its record: {codes[oid][1]}\n"
-    wanted = {(row[0], n) for row in rows(text) if row[0].startswith("0x")
-              for n in re.findall(r"\d+|any", row[3])}
+    wanted = {(row[0], n) for row in oid_rows(text) for n in re.findall(r"\d+|any", row[3])}
     return problems + "".join(f"{path}: a row for {entry}\n" for entry in sorted(wanted ^ found))
 
 
@@ -276,7 +280,7 @@ def check_values(text, sources):
 
 
 def check_oids(text, requests):
-    table = [row for row in rows(text) if row[0].startswith("0x")]
+    table = oid_rows(text)
     declared = re.findall(r"constexpr uint32_t (Oid\w+) = (0x\w+);",
                           read("channel/oid.h") + read("commands/internal/internal_oid.h"))
     lengths = {(row[0][2:], n) for row in table for n in re.findall(r"\d+|any", row[3])}

@@ -59,6 +59,15 @@ class Faults(unittest.TestCase):
         with open(path) as file:
             return file.read()
 
+    def trace_into_pipe(self, room):
+        """The trace is a pipe that has room for so many bytes."""
+        path = os.path.join(self.folder, "trace")
+        os.remove(path)
+        os.mkfifo(path)
+        pipe = os.open(path, os.O_RDWR)
+        self.addCleanup(os.close, pipe)
+        os.write(pipe, b"x" * (fcntl.fcntl(pipe, fcntl.F_SETPIPE_SZ, 4096) - room))
+
     def test_no_memory(self):
         for words, printed, status in (
                 (["stat"], "Allocated memory failed\n", 0),
@@ -135,12 +144,8 @@ class Faults(unittest.TestCase):
         recorded = os.path.getsize(trace)
         with open(report) as file:
             whole = file.read()
-        os.remove(trace)
         os.remove(report)
-        os.mkfifo(trace)
-        pipe = os.open(trace, os.O_RDWR)
-        self.addCleanup(os.close, pipe)
-        os.write(pipe, b"x" * (fcntl.fcntl(pipe, fcntl.F_SETPIPE_SZ, 4096) - recorded + 1))
+        self.trace_into_pipe(recorded - 1)
         process = self.start(REPORT + ["report.xml"], stdout=subprocess.DEVNULL,
                              stderr=subprocess.DEVNULL)
         text, until = "", time.monotonic() + programs.SECONDS
@@ -187,12 +192,9 @@ class Faults(unittest.TestCase):
         _, printed, _ = self.run_tool(["get_mac_Add"])
         trace = os.path.join(self.folder, "trace")
         recorded = os.path.getsize(trace)
-        os.remove(trace)
-        os.mkfifo(trace)
         banner = printed[:printed.index(b"\n\n") + 2]
         for room, expected in ((len("open ok"), banner), (recorded - 1, printed)):
-            pipe = os.open(trace, os.O_RDWR)
-            os.write(pipe, b"x" * (fcntl.fcntl(pipe, fcntl.F_SETPIPE_SZ, 4096) - room))
+            self.trace_into_pipe(room)
             process = self.start(["get_mac_Add"])
             output = b""
             while (output != expected and
@@ -200,9 +202,7 @@ class Faults(unittest.TestCase):
                    (piece := os.read(process.stdout.fileno(), 4096))):
                 output += piece
             self.assertEqual((output, process.poll()), (expected, None))
-            process.kill()
-            programs.finish(process)
-            os.close(pipe)
+            programs.end(process)
 
     def test_killed_between_requests(self):
         """Every request of which something was printed is in the trace, as a whole line."""

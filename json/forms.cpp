@@ -90,8 +90,9 @@ constexpr Form AllForms[] = {
     {"country", "6G_TEST_MODE {6g_test_mode:f}\n", "", Last},
     {"country", "{country:2} (0x{country_code:x})\n", "", Last},
     {"country",
-     "{country:2} (0x{country_code:x}) power table\n{:t} is {tx_power_unit_dbm:n}dBm\n{*}\n", "",
-     Last},
+     "{country:2} (0x{country_code:x}) power table\nThe unit of each TxPower value is "
+     "{tx_power_unit_dbm:n}dBm\n{*}\n",
+     "", Last},
 
     // the reports of export_rssi_report
     {"export_rssi_report", "<?xml version=\"1.0\"?>\n<Results>\n", ""},
@@ -161,8 +162,10 @@ constexpr Form AllForms[] = {
     {"set_pcie_driving", "PCIE gen = {pcie_gen[]:w}\n", ""},
     {"set_pcie_driving", "(Step{step:d}:{action:t}) [0x{address:x}] = 0x{value:x}\n", "steps[]"},
     {"set_pcie_driving", "(Step{step:d}:{action:t}) [0x{address:x}] --> 0x{value:x}\n", "steps[]"},
-    {"set_pcie_driving", "==================== Check PCIE driving setting {:t}\n", ""},
-    {"set_pcie_driving", "========================================={:t}\n", "", Last},
+    {"set_pcie_driving", "==================== Check PCIE driving setting  ====================\n",
+     ""},
+    {"set_pcie_driving", "=====================================================================\n",
+     "", Last},
     {"set_pcie_driving", "Error: PCIE gen not Gen2!!\n", "", Failed},
     {"set_pcie_driving", "Error: Setting Fail! \n", "", Failed},
     {"pcie", "Error: Invalid parameters\n", "", Wrong},

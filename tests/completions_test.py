@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Asks the completions for bash for words, and for every word that a handler compares an argument with.
-Holds those for PowerShell to bash's: the same words at the same places. scripts/powershell asks them."""
+"""Asks bash's completions for words, also for every word that a handler compares an argument with.
+PowerShell's have to hold the same words at the same places; scripts/powershell asks them."""
 
 import glob
 import os

@@ -151,7 +151,7 @@ def check_input():
 
 
 def check_services():
-    """Other drivers and services, and those who are at it at the same time."""
+    """Other drivers and services, and several control programs at the same time."""
     shutil.copy(os.path.join(FOLDER, "a8000sim.sys"), "other.sys")
     image = os.path.abspath("other.sys").replace("/", "\\")
     image = "\\??\\" + (image if ":" in image else "Z:" + image)

@@ -1,5 +1,5 @@
-// Handlers called in this process, over a driver of its own: what outlives a handler, and runs too
-// many or too long for cases.
+// Handlers called in this process, with the test's own driver: state that outlives a handler, and
+// runs that are too many or too long for cases.
 #include <gtest/gtest.h>
 
 #include <cstdint>

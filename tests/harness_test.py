@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Holds the tests' own programs to what they have to report: the wrong runs of wrong.cases, and
-trees in which one place is wrong."""
+"""Checks that the tests' own programs report what is wrong: the runs of wrong.cases, and trees that
+are wrong in one place."""
 
 import os
 import re

@@ -1,4 +1,4 @@
-"""Starts what the tests run. No program goes on after its time, nor after the test that started it."""
+"""Starts what the tests run. No program outlives its time limit or the test that started it."""
 
 import os
 import shlex
@@ -29,7 +29,7 @@ def end(process):
 
 
 def finish(process, text=None, seconds=SECONDS):
-    """Waits for a program and returns what it printed; raises TimeoutExpired where it hangs."""
+    """Waits for a program and returns what it printed; raises TimeoutExpired if it hangs."""
     try:
         return process.communicate(text, timeout=seconds)
     except BaseException:
@@ -38,7 +38,7 @@ def finish(process, text=None, seconds=SECONDS):
 
 
 def run(words, seconds=SECONDS, input=None, **more):
-    """As subprocess.run without `check`; ends the tests where the program hangs."""
+    """As subprocess.run without `check`; ends the tests if the program hangs."""
     pipes = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE,
              "stdin": subprocess.DEVNULL if input is None else subprocess.PIPE}
     process = start(words, **{**pipes, **more})
@@ -50,7 +50,7 @@ def run(words, seconds=SECONDS, input=None, **more):
 
 
 def read_line(process, seconds=SECONDS):
-    """The next line of a program's output; empty where it ended, by itself or by its time."""
+    """The next line of a program's output; empty if it has ended or took too long."""
     timer = threading.Timer(seconds, end, [process])
     timer.start()
     try:
@@ -59,5 +59,5 @@ def read_line(process, seconds=SECONDS):
         timer.cancel()
 
 
-# A test that is told to end takes along what it started.
+# A test that is told to end first ends what it started.
 signal.signal(signal.SIGTERM, lambda *_: sys.exit(128 + signal.SIGTERM))

@@ -42,7 +42,7 @@ from types import SimpleNamespace
 
 import programs
 
-# What starts a Windows program where this is not Windows.
+# What starts a Windows program on another host.
 STARTER = [] if os.name == "nt" else [os.environ.get("WINE", "wine64")]
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 with open(os.path.join(ROOT, "CMakeLists.txt"), encoding="utf-8") as file:
@@ -87,7 +87,7 @@ def expand(text, names):
 
 
 def read_cases(path):
-    """Ends the program at what is no case."""
+    """Ends the program at a line that is wrong."""
     cases, names, environment, program_path, target = [], {}, {}, None, None
     for number, line in enumerate(open(path, encoding="utf-8", errors="surrogateescape"), 1):
         line, place = line.rstrip("\n"), f"{path}:{number}"
@@ -210,7 +210,7 @@ class WindowsHost:
         return ends[-1].replace("error=", "") if ends else "ok"
 
     def ask(self, command):
-        """Returns what the control program says where it fails."""
+        """Returns what the control program says if it fails."""
         self.control.stdin.write(command + "\n")
         self.control.stdin.flush()
         said = f"a8000ctl {command}: "
@@ -244,7 +244,7 @@ class WindowsHost:
         return done.stdout, errors, done.returncode, open(trace, "rb").read()
 
     def check_record(self, case, run, folder, trace):
-        """What wlanx-eng records is what the driver does, and replays where the tool is Linux's."""
+        """What wlanx-eng records is the driver's trace, and the Linux tool prints the same from it."""
         name = os.path.join(folder, "recorded")
         if run.edition != "wlanx-eng":
             return "wlanx records\n" if os.path.exists(name) else ""
@@ -310,7 +310,7 @@ def lines_of(data):
 
 
 def check(host, case, run, folder):
-    """Returns what differs, as text; empty where nothing does."""
+    """Returns what differs, as text; empty if nothing does."""
     work = os.path.join(folder, "work")
     os.makedirs(work)
     scenario = case.scenario

@@ -1,4 +1,4 @@
-// The driver's own checks, as far as Wine does not show them.
+// The driver's checks that Wine does not reach.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// Every view's report of every code that has one of its own, and of one that has none.
+// Each view's report of each code that has advice of its own, and of codes that have none.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -24,8 +24,8 @@ constexpr struct {
              {SarView::SensorInfo, ""},      {SarView::TxMaxPowerTable, "ZWPL"},
              {SarView::CountryCode, "ZWCC"}, {SarView::FlagTable, "ZWFG"}};
 
-// A letter for each view in the order of Views: what its report says of the code, as below; '-' for
-// what it says of any other code, which the cases have.
+// A letter for each view, in the order of Views, names the advice below. '-' is the advice for any
+// other code; the cases check its text.
 constexpr struct {
   uint32_t code;
   const char* advice;

@@ -33,7 +33,7 @@ void Load(Loaded* loaded, const std::string& text) {
 }
 
 // Sends a request with the payload; returns "ok" or the error code, then the payload left, then
-// the returned count where it is not the payload's length.
+// the returned count if it is not the payload's length.
 std::string Ask(Loaded* loaded, uint32_t oid, std::string payload) {
   auto* bytes = reinterpret_cast<uint8_t*>(payload.data());
   const auto length = static_cast<uint32_t>(payload.size());

@@ -1,4 +1,4 @@
-// Tables of rows: what a row says of itself, and what all rows together show.
+// The fields of the wireless table, its rates, and the names of values.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -37,7 +37,7 @@ std::string Code(const std::string& text) {
   return "`" + Cell(text) + "`";
 }
 
-// How the number is printed where that is not 0x%x, and the texts from the lowest value on.
+// How the number is printed if that is not 0x%x, and the texts from the lowest value on.
 std::string TextsByValue(const WtblField& field) {
   std::map<uint32_t, std::string> texts;
   for (const WtblValueText& row : field.texts) {
@@ -121,7 +121,7 @@ TEST(Tables, WtblFieldsAreThoseOfTheDocument) {
   EXPECT_TRUE(documented == expected) << "docs/wtbl-fields.md has another order than the sources";
 }
 
-// From the first rate on, each whose text is not that of the one before but for the MCS.
+// Each rate whose text differs from that of the rate before it by more than the MCS.
 constexpr char Rates[] = R"(0/Legacy CCK/long preamble 1M 1/Legacy CCK/long preamble 2M
 2/Legacy CCK/long preamble 5.5M 3/Legacy CCK/long preamble 11M 4/Legacy CCK
 5/Legacy CCK/short preamble 2M 6/Legacy CCK/short preamble 5.5M 7/Legacy CCK/short preamble 11M

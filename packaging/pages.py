@@ -97,9 +97,13 @@ class Example:
         return lines + ("> set A8000_TRACE=\n" if trace else "")
 
     def fence(self, text):
-        if "\n$ " not in text:
-            return renamed(text, self.edition)
         head, _, body = text.removesuffix("```").partition("\n")
+        if "\n$ " not in text:
+            if "a8000ctl scenario" in body:
+                self.loaded = ""  # another one than this knows
+            elif body.startswith("> wlanx"):
+                body = self.load(None) + body
+            return renamed(f"{head}\n{body}```", self.edition)
         if "A8000_SCENARIO" in body:
             self.loaded = ""  # each such block says which scenario it needs
         pieces = map(self.piece, re.split(r"^(?=\$ )", body, flags=re.M))

@@ -22,6 +22,7 @@ from run_cases import ROOT, STARTER
 
 sys.path.append(os.path.join(ROOT, "scripts"))
 import check_documents  # noqa: E402
+from command_rows import ENGINEERING, TOOL, command_rows  # noqa: E402
 
 BANNER = b"\nWLANX tool, Version 1.00.00.0070\nA notice.\n\n"
 SCHEMA = json.loads(check_documents.read("docs/wlanx-json.schema.json"))
@@ -214,8 +215,7 @@ class Situations(unittest.TestCase):
             for words in re.findall(r"^\$ wlanx(?:-eng)? (\w+.*)$", check_documents.read(f"docs/{name}.md"), re.M):
                 words = shlex.split(words.partition(" |")[0])
                 found.setdefault(words[0].lower(), words)
-        table = check_documents.read("app/command_table.cpp") + check_documents.read("app/internal_rows.inc")
-        commands = {name.lower() for name in re.findall(r'^ *\{0x[0-9A-F]{8}, "(\w+)",', table, re.M)}
+        commands = {name.lower() for _, name in command_rows(TOOL) + command_rows(ENGINEERING)}
         self.assertEqual(commands - set(found), set())
         each(self.check_command, [(name, *found[name]) for name in commands])
 

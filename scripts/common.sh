@@ -139,25 +139,6 @@ phase() {
   inPhase=
 }
 
-# beside NAME COMMAND...: starts the command, which is no function; its output goes into build/NAME.txt.
-# `join` waits for it, prints its output, and fails if it failed. If the script ends before, the command
-# ends with it. A script has one such command at a time.
-beside() {
-  besideOutput=$root/build/$1.txt
-  shift
-  timeout 1800 "$@" >"$besideOutput" 2>&1 </dev/null &
-  besideProcess=$!
-  trap 'kill "$besideProcess" 2>/dev/null || true' EXIT
-}
-
-join() {
-  status=0
-  wait "$besideProcess" || status=$?
-  trap - EXIT
-  cat "$besideOutput" >&2
-  return $status
-}
-
 # build PRESET [TARGET...]: configures if needed, then builds the targets or everything. Prints nothing
 # unless it fails. Targets are programs, which need no test library.
 build() {

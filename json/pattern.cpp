@@ -254,8 +254,6 @@ std::optional<size_t> MatchRest(const Match& match, std::string_view pattern, si
   }
   return at;
 }
-// NOLINTEND(misc-no-recursion)
-
 }  // namespace
 
 bool MatchPattern(std::string_view pattern, std::string_view text,
@@ -266,6 +264,7 @@ bool MatchPattern(std::string_view pattern, std::string_view text,
   *length = *end;
   return true;
 }
+// NOLINTEND(misc-no-recursion)
 
 std::string SnakeCase(std::string_view name) {
   std::string snake;

@@ -54,7 +54,7 @@ void EndHostFile(HostFile file, uint32_t size) {
 }
 
 void LastFileError(char (&reason)[FileErrorSize]) {
-  snprintf(reason, sizeof(reason), "%s", strerror(errno));
+  (void)snprintf(reason, sizeof(reason), "%s", strerror(errno));
 }
 
 #endif

@@ -17,7 +17,8 @@ inline void Report(const char* what) {
 // `text`. Of a long word the start is shown; characters that may not be printable become '?'.
 inline void ReportInFile(const char* name, const ScenarioError& error, const char* text) {
   constexpr uint32_t MostShown = 60;
-  const uint32_t length = error.wordLength < MostShown ? error.wordLength : MostShown;
+  uint32_t length = error.wordLength < MostShown ? error.wordLength : MostShown;
+  if (text == nullptr) length = 0;
   char word[MostShown + 1] = {};
   for (uint32_t i = 0; i < length; i++) {
     const char character = text[error.wordStart + i];
@@ -29,7 +30,7 @@ inline void ReportInFile(const char* name, const ScenarioError& error, const cha
 
 // The same for a file as a whole.
 inline void ReportFile(const char* name, const char* what) {
-  ReportInFile(name, {.line = 0, .what = what, .wordStart = 0, .wordLength = 0}, nullptr);
+  (void)fprintf(stderr, "a8000: %s:0: %s\n", name, what);
 }
 
 // The same with the reason in errno.

@@ -29,7 +29,7 @@ void AddText(Trace* trace, const char* text) {
 }
 
 void AddDecimal(Trace* trace, uint32_t value) {
-  char digits[MostDigits];
+  char digits[MostDigits] = {};
   const char* end = std::to_chars(digits, digits + sizeof(digits), value).ptr;
   for (const char* digit = digits; digit < end; digit++) AddCharacter(trace, *digit);
 }

@@ -48,9 +48,9 @@ constexpr AdviceRow AdviceByCode[] = {
 
 // The words in the report of a refused query that differ between the views.
 struct FailureWords {
-  SarView view;
-  const char* table;  // its name in the platform firmware
-  const char* otherLine;
+  SarView view = {};
+  const char* table = nullptr;  // its name in the platform firmware
+  const char* otherLine = nullptr;
   Advice AdviceRow::*column = &AdviceRow::otherTables;
   const char* codeHead = "Error Code in DeviceIoControl: ";
 };

@@ -23,8 +23,9 @@ bool JudgeAntenna(const char* name, const int8_t (&readings)[RssiReadingCount],
 }  // namespace
 
 int HandleRfCommand(int argc, char** argv) {
-  if ((argc != 5 && argc != 6) || !EqualsIgnoreCase(argv[2], "rssi"))
+  if ((argc != 5 && argc != 6) || !EqualsIgnoreCase(argv[2], "rssi")) {
     return PrintIncorrectParameters();
+  }
 
   const char* ssid = argv[argc - 2];
   int threshold = 0;
@@ -33,8 +34,9 @@ int HandleRfCommand(int argc, char** argv) {
     return 1;
   }
   RssiCheckRequest request = {};
-  if (argc == 6 && !RssiBandFromKeyword(argv[3], &request.ucBand))
+  if (argc == 6 && !RssiBandFromKeyword(argv[3], &request.ucBand)) {
     return PrintIncorrectParameters();
+  }
   CopyText(request.acSsid, sizeof(request.acSsid), ssid);
 
   ConsolePrintf("Channel Scanning, %s......\n", ssid);

@@ -31,8 +31,9 @@ int HandleGetFwVerCommand(int argc, char** /*argv*/) {
   if (!OidRequest(OidFirmwareVersion, &wifi)) return PrintRequestError(0);
   ConsolePrintf("Wifi/BT FW Version\n");
   ConsolePrintf("FW Version (WIFI) = %.*s \n", N9VersionTextLimit, N9VersionText(wifi));
-  if (!OidRequest(OidBluetoothVersion, bluetooth, BluetoothVersionSize))
+  if (!OidRequest(OidBluetoothVersion, bluetooth, BluetoothVersionSize)) {
     return PrintRequestError(0);
+  }
   ConsolePrintf("FW Version (BT) = ");
   PrintWideText(bluetooth, BluetoothVersionSize);
   ConsolePrintf(" \n");

@@ -17,6 +17,7 @@
 #include "json/decode.h"
 #include "json/forms.h"
 #include "json/interpret.h"
+#include "json/pattern.h"
 
 namespace {
 

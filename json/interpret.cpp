@@ -5,6 +5,7 @@
 
 #include "json/decode.h"
 #include "json/forms.h"
+#include "json/pattern.h"
 
 namespace {
 
@@ -351,4 +352,10 @@ Json Interpret(const ToolRun& run) {
   result["text"] = Utf8(text);
   result["unread"] = std::move(reader.unread);
   return result;
+}
+std::string InterpretAsLine(const ToolRun& run, bool* isDone) {
+  const Json result = Interpret(run);
+  *isDone = result["outcome"] == "done";
+  // ASCII looks the same in every code page of a console.
+  return result.dump(-1, ' ', true);
 }

@@ -2,12 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
-
-#include "json/pattern.h"
 
 // A file that export_rssi_report wrote.
 struct Report {
@@ -33,4 +32,7 @@ struct NotToolOutput : std::runtime_error {
 bool WritesReport(const std::vector<std::string>& words);
 
 // The object that docs/json.md describes. Throws NotToolOutput.
-Json Interpret(const ToolRun& run);
+nlohmann::ordered_json Interpret(const ToolRun& run);
+
+// The same as a line of ASCII without its end. `*isDone`: whether the outcome is "done".
+std::string InterpretAsLine(const ToolRun& run, bool* isDone);

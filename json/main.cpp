@@ -7,9 +7,9 @@
 #include <fstream>
 #include <iostream>
 #include <optional>
-#include <sstream>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 #include "json/decode.h"
 #include "json/interpret.h"
@@ -34,10 +34,8 @@ struct Misuse : std::runtime_error {
 };
 
 struct Options {
-  bool engineering = false;
-  std::optional<std::string> file;
-  std::optional<int64_t> status;
-  std::vector<std::string> words;
+  ToolRun run;                      // the words and what is known of it
+  std::optional<std::string> file;  // that it was saved in
 };
 
 int64_t ParseStatus(const std::string& text) {
@@ -59,18 +57,18 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
   };
   for (; next < arguments.size() && arguments[next].starts_with("--"); next++) {
     if (arguments[next] == "--eng") {
-      options.engineering = true;
+      options.run.engineering = true;
     } else if (arguments[next] == "--read") {
       options.file = value();
     } else if (arguments[next] == "--status") {
-      options.status = ParseStatus(value());
+      options.run.status = ParseStatus(value());
     } else {
       throw Misuse("there is no option " + arguments[next]);
     }
   }
-  options.words.assign(arguments.begin() + static_cast<ptrdiff_t>(next), arguments.end());
-  if (options.status && !options.file) throw Misuse("--status belongs to --read");
-  if (!options.file && options.words.empty()) throw Misuse("which COMMAND?");
+  options.run.words.assign(arguments.begin() + static_cast<ptrdiff_t>(next), arguments.end());
+  if (options.run.status && !options.file) throw Misuse("--status belongs to --read");
+  if (!options.file && options.run.words.empty()) throw Misuse("which COMMAND?");
   return options;
 }
 
@@ -90,75 +88,47 @@ std::string ReadSaved(const std::string& name) {
   return text;
 }
 
-std::filesystem::path FindTool(const std::string& name) {
-  std::filesystem::path folder = OwnFolder();
-  std::basic_istringstream list(ProgramFolders());
-  do {
-    std::error_code ignored;
-    auto path = folder / (name + ProgramSuffix);
-    if (std::filesystem::is_regular_file(path, ignored)) return path;
-    std::filesystem::path::string_type next;
-    std::getline(list, next, ProgramFolderDivider);
-    folder = next;
-  } while (list);
-  throw std::runtime_error("there is no " + name + " beside this program or in PATH");
-}
-
-// The file of a report, and the time of its last writing before the tool ran.
-struct ReportFile {
-  std::string name;
-  int64_t writtenAt;
-};
-
-// The files that the tool may write its report into.
-std::vector<ReportFile> ReportFiles(const std::vector<std::string>& words) {
-  std::vector<ReportFile> files;
-  if (!WritesReport(words)) return files;
-  for (const std::string& name : {std::string("error.xml"), words.back()}) {
-    files.push_back({name, WriteTime(PathOf(name))});
+// Runs the tool and reads the report that it writes.
+void RunTool(ToolRun* run) {
+  // The files that may be the report, and when they were last written.
+  std::vector<std::pair<std::string, int64_t>> files;
+  if (WritesReport(run->words)) {
+    for (const std::string& name : {std::string("error.xml"), run->words.back()}) {
+      files.emplace_back(name, WriteTime(PathOf(name)));
+    }
+    // A file that was written just now must get another time if the tool writes it again.
+    std::this_thread::sleep_for(std::chrono::milliseconds(40));
   }
-  // A file that was written just now must get another time if the tool writes it again.
-  std::this_thread::sleep_for(std::chrono::milliseconds(40));
-  return files;
-}
-
-ToolRun RunTool(const Options& options) {
-  const auto path = FindTool(options.engineering ? "wlanx-eng" : "wlanx");
-  const auto reports = ReportFiles(options.words);
-  ProgramResult result = RunProgram(path, options.words);
-  ToolRun run = {.words = options.words,
-                 .engineering = options.engineering,
-                 .output = std::move(result.output),
-                 .status = result.status};
-  for (const ReportFile& file : reports) {
-    if (WriteTime(PathOf(file.name)) == file.writtenAt) continue;
-    run.report = {file.name, ReadSaved(file.name)};
+  ProgramResult result = RunProgram(run->engineering ? "wlanx-eng" : "wlanx", run->words);
+  run->output = std::move(result.output);
+  run->status = result.status;
+  for (const auto& [name, writtenAt] : files) {
+    if (WriteTime(PathOf(name)) != writtenAt) run->report = {name, ReadSaved(name)};
   }
-  return run;
 }
 
 int Run(const std::vector<std::string>& arguments) {
   if (arguments.size() == 1 && arguments[0] == "--help") {
     (void)std::fputs(Help, stdout);
-  } else if (arguments.size() == 1 && arguments[0] == "--version") {
-    (void)std::puts("wlanx-json " WLANX_VERSION);
-  } else {
-    const Options options = ParseOptions(arguments);
-    const ToolRun run = options.file ? ToolRun{.words = options.words,
-                                               .engineering = options.engineering,
-                                               .output = DecodeSavedText(ReadSaved(*options.file)),
-                                               .status = options.status}
-                                     : RunTool(options);
-    if (run.output.size() > LongestOutput) throw NotToolOutput("it is too long");
-    const Json result = Interpret(run);
-    // ASCII looks the same in every code page of a console.
-    (void)std::puts(result.dump(-1, ' ', true).c_str());
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-      throw std::runtime_error("cannot write to standard output");
-    }
-    return result["outcome"] == "done" ? 0 : 1;
+    return 0;
   }
-  return 0;
+  if (arguments.size() == 1 && arguments[0] == "--version") {
+    (void)std::puts("wlanx-json " WLANX_VERSION);
+    return 0;
+  }
+  auto [run, file] = ParseOptions(arguments);
+  if (file) {
+    run.output = DecodeSavedText(ReadSaved(*file));
+  } else {
+    RunTool(&run);
+  }
+  if (run.output.size() > LongestOutput) throw NotToolOutput("it is too long");
+  bool isDone = false;
+  (void)std::puts(InterpretAsLine(run, &isDone).c_str());
+  if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+    throw std::runtime_error("cannot write to standard output");
+  }
+  return isDone ? 0 : 1;
 }
 
 }  // namespace

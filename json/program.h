@@ -14,21 +14,13 @@ struct ProgramResult {
   int64_t status;      // 128 and the number of a signal that ended the program
 };
 
-// The file name of a program ends with this.
-extern const char* const ProgramSuffix;
+// Runs the program of this name in the folder of this one, or else in PATH. The words are UTF-8 on
+// Windows. It gets this program's standard input and errors. Throws std::system_error if it cannot
+// be started.
+ProgramResult RunProgram(std::string name, std::vector<std::string> words);
 
-// The folder of this program.
-std::filesystem::path OwnFolder();
-
-// The folders of PATH, with this character between two.
-std::filesystem::path::string_type ProgramFolders();
-extern const std::filesystem::path::value_type ProgramFolderDivider;
-
-// Runs the program with these arguments, which are UTF-8 on Windows. It gets this program's
-// standard input and errors. Throws std::system_error if it cannot be started.
-ProgramResult RunProgram(const std::filesystem::path& path, const std::vector<std::string>& words);
-
-// When a file was last written, in the finest units of the host. -1 if there is no such file.
+// When a file was last written, in the finest units of the host. The same for all that are not
+// there.
 int64_t WriteTime(const std::filesystem::path& path);
 
 // The program: the entry of each host calls it with the arguments as UTF-8. Returns the exit

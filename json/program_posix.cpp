@@ -1,79 +1,54 @@
 #ifndef _WIN32
 
+#include <fcntl.h>
 #include <spawn.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
-#include <cstdlib>
+#include <cstdio>
 #include <system_error>
 
 #include "json/program.h"
 
-const char* const ProgramSuffix = "";
-const char ProgramFolderDivider = ':';
-
 namespace {
 
-void Check(int error, const char* what) {
+void Check(int error, const std::string& what) {
   if (error != 0) throw std::system_error(error, std::generic_category(), what);
-}
-
-std::string ReadAll(int descriptor) {
-  std::string text;
-  std::array<char, 1 << 16> buffer = {};
-  ssize_t count = 0;
-  while (text.size() <= LongestOutput &&
-         (count = read(descriptor, buffer.data(), buffer.size())) > 0) {
-    text.append(buffer.data(), static_cast<size_t>(count));
-  }
-  return text;
 }
 
 }  // namespace
 
-std::filesystem::path OwnFolder() {
-  std::error_code ignored;
-  return std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path();
-}
-
-std::string ProgramFolders() {
-  const char* path = getenv("PATH");
-  return path != nullptr ? path : "";
-}
-
 int64_t WriteTime(const std::filesystem::path& path) {
-  struct stat state = {};
-  if (stat(path.c_str(), &state) != 0) return -1;
-  return state.st_mtim.tv_sec * int64_t{1000000000} + state.st_mtim.tv_nsec;
+  std::error_code ignored;
+  return std::filesystem::last_write_time(path, ignored).time_since_epoch().count();
 }
 
-ProgramResult RunProgram(const std::filesystem::path& path, const std::vector<std::string>& words) {
-  std::string name = path.filename().string();
-  std::vector<std::string> copies = words;
+ProgramResult RunProgram(std::string name, std::vector<std::string> words) {
+  std::error_code ignored;
+  auto path = std::filesystem::read_symlink("/proc/self/exe", ignored).replace_filename(name);
+  if (!std::filesystem::is_regular_file(path, ignored)) path = name;
   std::vector<char*> arguments = {name.data()};
-  for (std::string& word : copies) arguments.push_back(word.data());
+  for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
 
   std::array<int, 2> ends = {};
-  if (pipe(ends.data()) != 0) Check(errno, "pipe");
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) Check(errno, "pipe");
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-  for (const int end : ends) {
-    if (end != STDOUT_FILENO) posix_spawn_file_actions_addclose(&actions, end);
-  }
   pid_t process = 0;
   const int error =
-      posix_spawn(&process, path.c_str(), &actions, nullptr, arguments.data(), environ);
+      posix_spawnp(&process, path.c_str(), &actions, nullptr, arguments.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
-  close(ends[1]);
-  ProgramResult result = {error == 0 ? ReadAll(ends[0]) : "", 0};
-  close(ends[0]);
-  Check(error, path.c_str());
+  Check(error, "cannot start " + name + " beside this program or in PATH");
 
+  close(ends[1]);
+  FILE* pipe = fdopen(ends[0], "r");
+  ProgramResult result = {std::string(LongestOutput + 1, '\0'), 0};
+  result.output.resize(fread(result.output.data(), 1, result.output.size(), pipe));
+  (void)fclose(pipe);  // if it prints more, it ends
   int status = 0;
   if (waitpid(process, &status, 0) < 0) Check(errno, "waitpid");
   result.status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);

@@ -4,15 +4,12 @@
 #include <io.h>
 #include <windows.h>
 
-#include <array>
 #include <cstdio>
+#include <stdexcept>
 #include <system_error>
 
 #include "json/decode.h"
 #include "json/program.h"
-
-const char* const ProgramSuffix = ".exe";
-const wchar_t ProgramFolderDivider = L';';
 
 namespace {
 
@@ -37,24 +34,7 @@ std::wstring Quoted(const std::wstring& argument) {
   return quoted.append(backslashes, L'\\') + L'"';
 }
 
-std::string ReadAll(HANDLE pipe) {
-  std::string text;
-  std::array<char, 1 << 16> buffer = {};
-  DWORD count = 0;
-  while (text.size() <= LongestOutput &&
-         ReadFile(pipe, buffer.data(), buffer.size(), &count, nullptr) != 0 && count > 0) {
-    text.append(buffer.data(), count);
-  }
-  return text;
-}
-
 }  // namespace
-
-std::filesystem::path OwnFolder() {
-  std::wstring path(32768, L'\0');
-  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-  return std::filesystem::path(path).parent_path();
-}
 
 int64_t WriteTime(const std::filesystem::path& path) {
   WIN32_FILE_ATTRIBUTE_DATA data = {};
@@ -63,20 +43,25 @@ int64_t WriteTime(const std::filesystem::path& path) {
          data.ftLastWriteTime.dwLowDateTime;
 }
 
-std::wstring ProgramFolders() {
-  const wchar_t* path = _wgetenv(L"PATH");
-  return path != nullptr ? path : L"";
-}
-
-ProgramResult RunProgram(const std::filesystem::path& path, const std::vector<std::string>& words) {
-  std::wstring line = path.stem().wstring();
+ProgramResult RunProgram(std::string name, std::vector<std::string> words) {
+  std::wstring path(32768, L'\0');
+  const auto size = static_cast<DWORD>(path.size());
+  GetModuleFileNameW(nullptr, path.data(), size);
+  const auto beside = std::filesystem::path(path.c_str()).replace_filename(name + ".exe");
+  std::error_code ignored;
+  if (std::filesystem::is_regular_file(beside, ignored)) {
+    path = beside.wstring();
+  } else if (SearchPathW(_wgetenv(L"PATH"), Wide(name).c_str(), L".exe", size, path.data(),
+                         nullptr) == 0) {
+    Fail("cannot start " + name + " beside this program or in PATH");
+  }
+  std::wstring line = Wide(name);
   for (const std::string& word : words) line += L' ' + Quoted(Wide(word));
 
-  SECURITY_ATTRIBUTES inherited = {sizeof(inherited), nullptr, TRUE};
-  HANDLE readEnd = nullptr;
-  HANDLE writeEnd = nullptr;
-  if (CreatePipe(&readEnd, &writeEnd, &inherited, 0) == 0) Fail("CreatePipe");
-  SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
+  int ends[2] = {};
+  if (_pipe(ends, 1 << 16, _O_BINARY | _O_NOINHERIT) != 0) throw std::runtime_error("no pipe");
+  const auto writeEnd = reinterpret_cast<HANDLE>(_get_osfhandle(ends[1]));
+  SetHandleInformation(writeEnd, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
   STARTUPINFOW start = {};
   start.cb = sizeof(start);
   start.dwFlags = STARTF_USESTDHANDLES;
@@ -86,12 +71,14 @@ ProgramResult RunProgram(const std::filesystem::path& path, const std::vector<st
   PROCESS_INFORMATION process = {};
   if (CreateProcessW(path.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
                      &process) == 0) {
-    Fail(Utf8FromUtf16(path.u16string()));
+    Fail("cannot start " + name + " beside this program or in PATH");
   }
-  CloseHandle(writeEnd);
   CloseHandle(process.hThread);
-  ProgramResult result = {ReadAll(readEnd), 0};
-  CloseHandle(readEnd);
+  _close(ends[1]);
+  FILE* pipe = _fdopen(ends[0], "rb");
+  ProgramResult result = {std::string(LongestOutput + 1, '\0'), 0};
+  result.output.resize(fread(result.output.data(), 1, result.output.size(), pipe));
+  fclose(pipe);  // if it prints more, it ends
   DWORD status = 0;
   WaitForSingleObject(process.hProcess, INFINITE);
   GetExitCodeProcess(process.hProcess, &status);
@@ -104,8 +91,7 @@ int wmain(int argc, wchar_t** argv) {
   _setmode(_fileno(stdin), _O_BINARY);
   std::vector<std::string> arguments;
   for (int i = 1; i < argc; i++) {
-    const std::wstring argument = argv[i];
-    arguments.push_back(Utf8FromUtf16(std::u16string(argument.begin(), argument.end())));
+    arguments.push_back(Utf8FromUtf16(std::filesystem::path(argv[i]).u16string()));
   }
   return RunJson(arguments);
 }

@@ -22,56 +22,29 @@ void Append(Json* old, Json value) {
 void Add(Json* object, std::string name, Json value) {
   const bool isList = name.ends_with("[]");
   if (isList) name.resize(name.size() - 2);
-  if (object->contains(name)) {
-    Append(&(*object)[name], std::move(value));
-  } else {
-    (*object)[name] = isList ? Json::array({std::move(value)}) : std::move(value);
-  }
-}
-
-// Gives each value the name that was found before it in the line. Drops values without a name.
-std::vector<Found> Named(std::vector<Found> found) {
-  std::vector<Found> named;
-  std::string lineName;
-  for (Found& item : found) {
-    if (item.name == "%" && lineName.empty()) {
-      lineName = item.value.get<std::string>();
-      continue;
-    }
-    if (item.name == "%") {
-      const size_t bracket = lineName.ends_with(']') ? lineName.rfind('[') : std::string::npos;
-      item.name = SnakeCase(lineName.substr(0, bracket));
-      if (bracket != std::string::npos) item.name += "[]";
-      item.lineNamed = true;
-      lineName.clear();
-    }
-    if (!item.name.empty()) named.push_back(std::move(item));
-  }
-  return named;
+  const auto [old, isNew] = object->emplace(name, isList ? Json::array() : value);
+  if (isList || !isNew) Append(&*old, std::move(value));
 }
 
 // The object that a form's place names. Null if the place is the last object of an empty list, or
 // if a line gave its name to another value.
 Json* Place(Json* object, std::string_view place) {
-  while (!place.empty()) {
-    if (!object->is_object() && !object->is_null()) return nullptr;
-    const size_t dot = place.find('.');
+  while (!place.empty() && object->is_object()) {
+    const size_t dot = std::min(place.find('.'), place.size());
+    const bool isLast = dot == place.size();
     std::string name(place.substr(0, dot));
-    const bool isNew = dot == std::string_view::npos;
-    place.remove_prefix(isNew ? place.size() : dot + 1);
+    place.remove_prefix(isLast ? dot : dot + 1);
     if (!name.ends_with("[]")) {
-      object = &(*object)[name];
+      object = &*object->emplace(name, Json::object()).first;
       continue;
     }
     name.resize(name.size() - 2);
-    if (!isNew && !object->contains(name)) return nullptr;
-    Json& list = (*object)[name];
-    if (list.is_null()) list = Json::array();
-    if (!list.is_array()) return nullptr;
-    if (isNew) list.push_back(Json::object());
-    object = &list.back();
+    if (isLast) object->emplace(name, Json::array());
+    const auto list = object->find(name);
+    if (list == object->end() || !list->is_array()) return nullptr;
+    if (isLast) list->push_back(Json::object());
+    object = &list->back();
   }
-  if (object->is_null()) *object = Json::object();
   return object->is_object() ? object : nullptr;
 }
 
@@ -98,26 +71,19 @@ void AddFreeText(std::string_view text, Json* values) {
     const std::string line = WithoutLineEnd(TakeLine(&text));
     lines.push_back(line);
     std::vector<Found> found;
-    size_t length = 0;
-    if (!MatchPattern("\t{%}\t=\t{%:v}\t\n", line + "\n", {}, &found, &length) &&
-        !MatchPattern("\t{%}\t: \t{%:v}\t\n", line + "\n", {}, &found, &length)) {
-      continue;
+    if (!MatchPattern("\t{%}\t=\t{%:v}\t\n", line + "\n", {}, &found)) {
+      MatchPattern("\t{%}\t: \t{%:v}\t\n", line + "\n", {}, &found);
     }
-    for (Found& pair : Named(std::move(found))) {
+    for (Found& pair : found) {
       const auto [at, isNew] = places.try_emplace(pair.name, pairs.size());
       if (isNew) {
         pairs.emplace_back(std::move(pair.name), std::move(pair.value));
       } else {
-        Append(&std::next(pairs.begin(), static_cast<ptrdiff_t>(at->second))->second,
-               std::move(pair.value));
+        Append(&pairs.data()[at->second].second, std::move(pair.value));
       }
     }
   }
   (*values)["pairs"] = std::move(pairs);
-}
-
-bool HasStatus(Statuses statuses, int64_t status) {
-  return (status == 0 || status == 1) && (statuses >> status & 1) != 0;
 }
 
 // Whether some form puts its values into the object or the list of this name.
@@ -147,24 +113,27 @@ struct Reader {
   bool openEnd = false;  // the last line was unread and has no end
 };
 
-// The statuses that fit a meaning: the form's own ones, if it has any.
-Statuses StatusOf(const Reader& reader, Meaning meaning, Statuses own) {
+// Whether the run's status fits a meaning, or a form's own statuses if there are any.
+bool Fits(const Reader& reader, Meaning meaning, Statuses own) {
+  const auto& status = reader.run->status;
   const CommandRule* rule = reader.rule;
-  if (rule == nullptr || meaning == Meaning::NoDevice) return Status1;
-  if (own != 0) return own;
-  if (meaning == Meaning::Wrong) return rule->wrong;
-  if (meaning == Meaning::Last) return reader.run->words.empty() ? Status1 : rule->done;
-  return rule->refused;
+  Statuses fitting = own;
+  if (rule == nullptr || meaning == Meaning::NoDevice || meaning == Meaning::Value) {
+    fitting = Status1;
+  } else if (own == 0 && meaning == Meaning::Last) {
+    fitting = reader.run->words.empty() ? Status1 : rule->done;
+  } else if (own == 0) {
+    fitting = meaning == Meaning::Wrong ? rule->wrong : rule->refused;
+  }
+  return !status || ((*status == 0 || *status == 1) && (fitting >> *status & 1) != 0);
 }
 
 // Whether a message is the tool's own, although the driver's text may look the same.
 bool IsOwn(const Reader& reader, const Form& form) {
-  const auto& status = reader.run->status;
   // A command that takes no argument cannot get a wrong one.
   const bool mayBeWrong = reader.run->words.size() > 1 || reader.rule->wrong != reader.rule->done;
   if (form.meaning == Meaning::Wrong && !mayBeWrong) return false;
-  return !status || reader.closeFailed ||
-         HasStatus(StatusOf(reader, form.meaning, form.status), *status);
+  return reader.closeFailed || Fits(reader, form.meaning, form.status);
 }
 
 void AddError(std::string_view matched, const std::vector<Found>& found, Json* error) {
@@ -206,16 +175,13 @@ size_t TryForm(Reader* reader, const Form& form, std::string_view text, bool any
   const size_t openEnd = isFree && form.pattern.ends_with('\n') ? 1 : 0;
   if (openEnd == 1 && !text.ends_with('\n')) return 0;
   std::vector<Found> found;
-  size_t length = 0;
-  if (!MatchPattern(form.pattern.substr(0, free), text, reader->run->words, &found, &length)) {
-    return 0;
-  }
-  const std::string_view rest = text.substr(length);
-  found = Named(std::move(found));
+  auto length = MatchPattern(form.pattern.substr(0, free), text, reader->run->words, &found);
+  if (!length) return 0;
+  const std::string_view rest = text.substr(*length);
   if (IsMessage(form)) {
     const bool standsAlone = rest.empty() || rest == "\n";
     if (reader->freeText && !(standsAlone && (anyStatus || IsOwn(*reader, form)))) return 0;
-    AddError(text.substr(0, length), found, &reader->error);
+    AddError(text.substr(0, *length), found, &reader->error);
   } else {
     if (!AddValues(form.place, std::move(found), &reader->values)) return 0;
     if (isFree) AddFreeText(rest.substr(0, rest.size() - openEnd), &reader->values);
@@ -223,7 +189,7 @@ size_t TryForm(Reader* reader, const Form& form, std::string_view text, bool any
   }
   if (form.meaning != Meaning::Advice) reader->meaning = std::max(reader->meaning, form.meaning);
   if (form.status != 0) reader->status = form.status;
-  return length;
+  return *length;
 }
 
 size_t ReadForm(Reader* reader, std::string_view text) {
@@ -248,35 +214,31 @@ void Read(Reader* reader, std::string_view text) {
   }
 }
 
-// The outcome, or why there is none. The other one is null.
-struct Judgement {
-  const char* outcome;
-  const char* fault;
-};
-
-Judgement Judge(const Reader& reader, bool nothingPrinted) {
-  static constexpr const char* Outcomes[] = {
-      "", "done", "", "refused", "failed", "wrong_arguments", "no_device"};
+// Why there is no outcome. Null if there is one.
+const char* FaultOf(const Reader& reader, Meaning meaning, bool isUnknown) {
   const auto& status = reader.run->status;
-  if (status && (*status < 0 || *status >= 128)) return {nullptr, "killed"};
-  if (status == 3) return {"ended", nullptr};
-
-  const CommandRule* rule = reader.rule;
-  Meaning meaning = reader.closeFailed ? Meaning::NoDevice : reader.meaning;
-  const char* outcome = "unknown_command";
-  const bool isKnown = rule != nullptr && (!rule->engineering || reader.run->engineering);
-  if (isKnown || !nothingPrinted || meaning != Meaning::Value) {
-    const bool isSilent = nothingPrinted && Lists(SilentCommands, reader.command);
-    if (meaning == Meaning::Value && isSilent) meaning = Meaning::Last;
-    if (meaning == Meaning::Value && rule == nullptr) return {nullptr, "contradiction"};
-    if (meaning == Meaning::Value || reader.openEnd) return {nullptr, "unfinished"};
-    outcome = Outcomes[static_cast<int>(meaning)];
+  if (status && (*status < 0 || *status >= 128)) return "killed";
+  if (status == 3) return nullptr;
+  if (meaning == Meaning::Value && !isUnknown) {
+    return reader.rule == nullptr ? "contradiction" : "unfinished";
   }
-  const bool fits =
-      !status ||
-      HasStatus(meaning == Meaning::Value ? Status1 : StatusOf(reader, meaning, reader.status),
-                *status);
-  return fits ? Judgement{outcome, nullptr} : Judgement{nullptr, "contradiction"};
+  if (reader.openEnd) return "unfinished";
+  return Fits(reader, meaning, reader.status) ? nullptr : "contradiction";
+}
+
+// Adds the outcome, or why there is none.
+void Judge(const Reader& reader, bool nothingPrinted, Json* result) {
+  static constexpr const char* Outcomes[] = {"unknown_command", "done",     "", "refused", "failed",
+                                             "wrong_arguments", "no_device"};
+  const CommandRule* rule = reader.rule;
+  const bool isKnown = rule != nullptr && (!rule->engineering || reader.run->engineering);
+  const bool isSilent = isKnown && Lists(SilentCommands, reader.command);
+  Meaning meaning = reader.closeFailed ? Meaning::NoDevice : reader.meaning;
+  if (meaning == Meaning::Value && nothingPrinted && isSilent) meaning = Meaning::Last;
+  const char* fault = FaultOf(reader, meaning, nothingPrinted && !isKnown);
+  const char* outcome = reader.run->status == 3 ? "ended" : Outcomes[static_cast<int>(meaning)];
+  (*result)["outcome"] = fault == nullptr ? Json(outcome) : Json();
+  (*result)["fault"] = fault != nullptr ? Json(fault) : Json();
 }
 
 // If every line ends with CR LF, the host wrote that for the tool's line ends.
@@ -292,19 +254,6 @@ std::string WithoutCarriageReturns(const std::string& text) {
   return changed.append(text, at);
 }
 
-// Takes the banner off the text.
-std::vector<Found> TakeBanner(std::string_view* text) {
-  std::vector<Found> banner;
-  size_t length = 0;
-  while (text->starts_with('\n')) text->remove_prefix(1);
-  if (!MatchPattern("{program=WLANX tool}WLANX tool, Version {version:w}\n{:t}\n\n", *text, {},
-                    &banner, &length)) {
-    throw NotToolOutput("it does not begin with the banner of wlanx");
-  }
-  text->remove_prefix(length);
-  return Named(std::move(banner));
-}
-
 }  // namespace
 
 bool WritesReport(const std::vector<std::string>& words) {
@@ -318,7 +267,13 @@ Json Interpret(const ToolRun& run) {
   for (const std::string& word : run.words) result["command"].push_back(Utf8(word));
   const bool isReport = WritesReport(run.words) && text.starts_with("<?xml");
   if (!isReport) {
-    for (Found& item : TakeBanner(&text)) result[item.name] = std::move(item.value);
+    while (text.starts_with('\n')) text.remove_prefix(1);
+    std::vector<Found> banner;
+    const auto length = MatchPattern(
+        "{program=WLANX tool}WLANX tool, Version {version:w}\n{:t}\n\n", text, {}, &banner);
+    if (!length) throw NotToolOutput("it does not begin with the banner of wlanx");
+    text.remove_prefix(*length);
+    for (Found& item : banner) result[item.name] = std::move(item.value);
   }
 
   Reader reader = {.run = &run, .command = run.words.empty() ? "help" : run.words[0]};
@@ -343,16 +298,15 @@ Json Interpret(const ToolRun& run) {
   }
   if (reader.closeFailed) reader.error["lines"].push_back("CloseDevice Failed");
 
-  const Judgement judgement = Judge(reader, printed.empty());
   result["status"] = run.status ? Json(*run.status) : Json();
-  result["outcome"] = judgement.outcome != nullptr ? Json(judgement.outcome) : Json();
-  result["fault"] = judgement.fault != nullptr ? Json(judgement.fault) : Json();
+  Judge(reader, printed.empty(), &result);
   result["error"] = std::move(reader.error);
   result["values"] = std::move(reader.values);
   result["text"] = Utf8(text);
   result["unread"] = std::move(reader.unread);
   return result;
 }
+
 std::string InterpretAsLine(const ToolRun& run, bool* isDone) {
   const Json result = Interpret(run);
   *isDone = result["outcome"] == "done";

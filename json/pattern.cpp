@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
-#include <optional>
+#include <locale>
+#include <utility>
 
 #include "json/decode.h"
 
@@ -12,20 +13,30 @@ namespace {
 // The longest text that a field of kind t, T, e, w, v or % takes. The tool prints none that long.
 constexpr size_t LongestText = 4096;
 
-bool IsDigit(char character) {
-  return character >= '0' && character <= '9';
-}
-
 bool IsBlank(char character) {
   return character == ' ' || character == '\t';
 }
 
-bool IsUpper(char character) {
-  return character >= 'A' && character <= 'Z';
-}
-
-bool IsLower(char character) {
-  return character >= 'a' && character <= 'z';
+// "fgSrEn" as "fg_sr_en", "BT Profile" as "bt_profile".
+std::string SnakeCase(std::string_view name) {
+  const std::locale& ascii = std::locale::classic();
+  std::string snake;
+  for (size_t i = 0; i < name.size(); i++) {
+    if (!std::isalnum(name[i], ascii)) {
+      if (!snake.empty() && snake.back() != '_') snake += '_';
+      continue;
+    }
+    // A capital begins a word after a small letter or a digit, and before a small letter, but not
+    // the last one of "QoS".
+    const bool inside = i > 0 && i + 1 < name.size() && std::isupper(name[i], ascii);
+    if (inside && std::isalnum(name[i - 1], ascii) &&
+        (!std::isupper(name[i - 1], ascii) || std::islower(name[i + 1], ascii))) {
+      snake += '_';
+    }
+    snake += std::tolower(name[i], ascii);
+  }
+  while (snake.ends_with('_')) snake.pop_back();
+  return snake;
 }
 
 // A value and how much of the text it is.
@@ -36,7 +47,7 @@ struct Reading {
 
 // Nothing if there are no digits or the number is too large.
 template <typename Number>
-std::optional<Reading> ReadNumber(std::string_view text, int base) {
+std::optional<Reading> ReadInteger(std::string_view text, int base) {
   Number number = 0;
   const char* end = text.data() + text.size();
   const auto result = std::from_chars(text.data(), end, number, base);
@@ -44,40 +55,42 @@ std::optional<Reading> ReadNumber(std::string_view text, int base) {
   return Reading{number, static_cast<size_t>(result.ptr - text.data())};
 }
 
-std::optional<Reading> ReadDecimal(std::string_view text) {
-  auto number = ReadNumber<int64_t>(text, 10);
-  return number ? number : ReadNumber<uint64_t>(text, 10);
+std::optional<Reading> ReadHexadecimal(std::string_view text) {
+  return ReadInteger<uint64_t>(text, 16);
 }
 
-std::optional<Reading> ReadHexadecimal(std::string_view text) {
-  return ReadNumber<uint64_t>(text, 16);
+std::optional<Reading> ReadDecimal(std::string_view text) {
+  auto number = ReadInteger<int64_t>(text, 10);
+  return number ? number : ReadInteger<uint64_t>(text, 10);
 }
 
 std::optional<Reading> ReadFraction(std::string_view text) {
   auto whole = ReadDecimal(text);
   if (!whole || !text.substr(whole->length).starts_with('.')) return whole;
-  size_t length = whole->length + 1;
-  while (length < text.size() && IsDigit(text[length])) length++;
-  if (length == whole->length + 1) return whole;
-  return Reading{std::stod(std::string(text.substr(0, length))), length};
+  const size_t point = whole->length;
+  const size_t end = std::min(text.find_first_not_of("0123456789", point + 1), text.size());
+  if (end == point + 1) return whole;
+  return Reading{std::stod(std::string(text.substr(0, end))), end};
 }
 
-std::optional<Reading> ReadFlag(std::string_view text) {
-  for (const std::string_view word : {"NA", "Y", "ON", "V", "N", "OFF", "X"}) {
-    if (!text.starts_with(word)) continue;
-    if (word == "NA") return Reading{nullptr, word.size()};
-    return Reading{word == "Y" || word == "ON" || word == "V", word.size()};
-  }
-  auto number = ReadDecimal(text);
-  const int64_t flag = number ? number->value.get<int64_t>() : -1;
-  if (flag == 0 || flag == 1) number->value = flag == 1;
+std::optional<Reading> ReadByte(std::string_view text) {
+  auto number = ReadHexadecimal(text);
+  if (number) number->value = number->value.get<uint64_t>() & 0xFF;
   return number;
 }
 
-std::optional<Reading> ReadMark(std::string_view text) {
-  if (text.starts_with("**")) return Reading{true, 2};
-  if (text.starts_with("  ")) return Reading{false, 2};
-  return {};
+std::optional<Reading> ReadFlag(std::string_view text) {
+  static constexpr std::pair<std::string_view, bool> Words[] = {
+      {"Y", true},  {"ON", true},   {"V", true},  {"**", true},
+      {"N", false}, {"OFF", false}, {"X", false}, {"  ", false}};
+  if (text.starts_with("NA")) return Reading{nullptr, 2};
+  for (const auto& [word, flag] : Words) {
+    if (text.starts_with(word)) return Reading{flag, word.size()};
+  }
+  auto number = ReadDecimal(text);
+  const bool isFlag = number && number->value >= 0 && number->value <= 1;
+  if (isFlag) number->value = number->value == 1;
+  return number;
 }
 
 std::optional<Reading> ReadBytes(std::string_view text, size_t count) {
@@ -85,21 +98,28 @@ std::optional<Reading> ReadBytes(std::string_view text, size_t count) {
   return Reading{Utf8(text.substr(0, count)), count};
 }
 
-std::optional<Reading> ReadTwoDigits(std::string_view text) {
-  auto byte = ReadHexadecimal(text.substr(0, 2));
-  return byte && byte->length == 2 ? byte : std::nullopt;
+// What kind v makes of a text.
+Json NumberOrText(std::string_view text) {
+  const std::string_view digits = text.substr(text.starts_with("0x") ? 2 : 0);
+  const bool isDecimal = digits.size() == text.size();
+  // "007" is a name or a version.
+  const bool padded = isDecimal && text.size() > 1 && text[0] == '0' && text[1] != '.';
+  const auto number = isDecimal ? ReadFraction(text) : ReadHexadecimal(digits);
+  if (padded || !number || number->length != digits.size()) return Utf8(text);
+  return number->value;
 }
 
 // These call each other as deep as a pattern has fields.
 // NOLINTBEGIN(misc-no-recursion)
-// An object of what the pattern finds, or the value alone where it has no name.
+// An object of what the pattern finds, or the value alone of a pattern with one.
 std::optional<Reading> ReadObject(std::string_view pattern, std::string_view text) {
   std::vector<Found> found;
-  Reading object = {Json::object(), 0};
-  if (!MatchPattern(pattern, text, {}, &found, &object.length)) return {};
-  if (found[0].name.empty()) return Reading{found[0].value, object.length};
-  for (Found& item : found) object.value[item.name] = std::move(item.value);
-  return object;
+  const auto length = MatchPattern(pattern, text, {}, &found);
+  if (!length) return {};
+  if (found.size() == 1) return Reading{std::move(found[0].value), *length};
+  Json object;
+  for (Found& item : found) object[item.name] = std::move(item.value);
+  return Reading{std::move(object), *length};
 }
 
 // A list of what the pattern finds, as often as it does.
@@ -112,45 +132,27 @@ Reading ReadList(std::string_view pattern, std::string_view text) {
   return list;
 }
 
-std::optional<Reading> ReadPower(std::string_view text) {
-  auto power = ReadObject("{dbm:n} dBm\t(0x{byte:x})", text);
-  if (!power) return {};
-  // The byte of a negative power is shown with its sign spread over 32 bits.
-  power->value["byte"] = power->value["byte"].get<uint64_t>() & 0xFF;
-  return power;
-}
-
-std::optional<Reading> ReadBits(std::string_view text) {
-  auto bits = ReadList("DW{word:d}[{high:d}:{low:d}]", text);
-  if (bits.length == 0) return {};
-  return bits;
-}
-
 // Reads a field of a kind that needs not know what follows it.
 std::optional<Reading> ReadClosed(char kind, std::string_view text) {
   switch (kind) {
     case 'd':
       return ReadDecimal(text);
-    case 'x':
-      return ReadHexadecimal(text);
     case 'n':
       return ReadFraction(text);
+    case 'x':
+      return ReadHexadecimal(text);
+    case 'b':
+      return ReadByte(text);
     case 'f':
       return ReadFlag(text);
-    case 'm':
-      return ReadMark(text);
     case 'p':
-      return ReadPower(text);
-    case 'h':
-      return ReadTwoDigits(text);
+      return ReadObject("{dbm:n} dBm\t(0x{byte:b})", text);
     case 'L':
-      return ReadList(" 0x{:h}", text);
+      return ReadList(" 0x{byte:b}", text);
     case 'B':
-      return ReadBits(text);
-    case 'c':
-      return ReadBytes(text, 1);
+      return ReadList("DW{word:d}[{high:d}:{low:d}]", text);
     default:
-      return ReadBytes(text, 2);
+      return ReadBytes(text, static_cast<size_t>(kind - '0'));
   }
 }
 
@@ -171,7 +173,7 @@ struct Field {
 std::optional<size_t> MatchRest(const Match& match, std::string_view pattern, size_t at);
 
 std::optional<size_t> TakeValue(const Match& match, const Field& field, Json value, size_t end) {
-  match.found->push_back({std::string(field.name), std::move(value)});
+  match.found->push_back({std::string(field.name), std::move(value), field.name == "%"});
   const auto matched = MatchRest(match, field.rest, end);
   if (!matched) match.found->pop_back();
   return matched;
@@ -195,37 +197,29 @@ bool MayFollow(const Match& match, const Field& field, size_t at, size_t end) {
   return next == '{' || match.text.substr(end).starts_with(next);
 }
 
-std::optional<size_t> MatchLongest(const Match& match, const Field& field, size_t at) {
-  for (size_t end = std::min(match.text.size(), at + LongestText) + 1; end-- > at;) {
+// Tries each end that the field's text may have: the nearest first, of kind T the farthest.
+std::optional<size_t> MatchText(const Match& match, const Field& field, size_t at) {
+  std::string_view text = match.text.substr(at, LongestText);
+  if (field.kind == 'w') text = text.substr(0, text.find_first_of(" \t\n"));
+  if (field.kind != 'T') text = text.substr(0, text.find('\n'));
+  const size_t least = field.kind == 'w' || field.kind == '%' ? 1 : 0;
+  for (size_t length = least; length <= text.size(); length++) {
+    const size_t end = at + (field.kind == 'T' ? text.size() - length : length);
     if (!MayFollow(match, field, at, end)) continue;
     if (auto matched = TakeText(match, field, at, end)) return matched;
   }
   return {};
 }
 
-std::optional<size_t> MatchShortest(const Match& match, const Field& field, size_t at) {
-  const bool isWord = field.kind == 'w';
-  const bool mayBeEmpty = !isWord && field.kind != '%';
-  for (size_t end = at; end <= std::min(match.text.size(), at + LongestText); end++) {
-    if ((end > at || mayBeEmpty) && MayFollow(match, field, at, end)) {
-      if (auto matched = TakeText(match, field, at, end)) return matched;
-    }
-    if (end == match.text.size() || match.text[end] == '\n') break;
-    if (isWord && IsBlank(match.text[end])) break;
-  }
-  return {};
-}
-
 std::optional<size_t> MatchField(const Match& match, const Field& field, size_t at) {
-  if (field.kind == 'T') return MatchLongest(match, field, at);
   if (field.kind == 'e') {
     for (const std::string& word : *match.words) {
       if (!match.text.substr(at).starts_with(word)) continue;
       if (auto matched = TakeText(match, field, at, at + word.size())) return matched;
     }
   }
-  if (std::string_view("wtve%").find(field.kind) != std::string_view::npos) {
-    return MatchShortest(match, field, at);
+  if (std::string_view("wtveT%").find(field.kind) != std::string_view::npos) {
+    return MatchText(match, field, at);
   }
   auto reading = ReadClosed(field.kind, match.text.substr(at));
   if (!reading) return {};
@@ -237,11 +231,11 @@ std::optional<size_t> MatchRest(const Match& match, std::string_view pattern, si
     if (pattern[0] == '{') {
       const size_t close = pattern.find('}');
       const std::string_view inside = pattern.substr(1, close - 1);
-      const size_t divider = std::min(inside.find_first_of(":="), inside.size());
-      Field field = {inside.substr(0, divider), '%', pattern.substr(close + 1)};
-      if (divider == inside.size()) return MatchField(match, field, at);
-      field.kind = inside.substr(divider).size() > 1 ? inside[divider + 1] : 't';
-      if (inside[divider] == ':') return MatchField(match, field, at);
+      const size_t divider = inside.find_first_of(":=");
+      const Field field = {inside.substr(0, divider), inside.back(), pattern.substr(close + 1)};
+      if (divider == std::string_view::npos || inside[divider] == ':') {
+        return MatchField(match, field, at);
+      }
       const std::string_view value = inside.substr(divider + 1);
       const bool isFlag = value == "true" || value == "false";
       return TakeValue(match, field, isFlag ? Json(value == "true") : NumberOrText(value), at);
@@ -254,45 +248,30 @@ std::optional<size_t> MatchRest(const Match& match, std::string_view pattern, si
   }
   return at;
 }
+
+// Makes a name of what a line gives as one.
+std::string NameOf(std::string_view text) {
+  const size_t bracket = text.ends_with(']') ? text.rfind('[') : std::string::npos;
+  return SnakeCase(text.substr(0, bracket)) + (bracket != std::string::npos ? "[]" : "");
+}
+
 }  // namespace
 
-bool MatchPattern(std::string_view pattern, std::string_view text,
-                  const std::vector<std::string>& words, std::vector<Found>* found,
-                  size_t* length) {
-  const auto end = MatchRest({text, &words, found}, pattern, 0);
-  if (!end) return false;
-  *length = *end;
-  return true;
-}
-// NOLINTEND(misc-no-recursion)
-
-std::string SnakeCase(std::string_view name) {
-  std::string snake;
-  for (size_t i = 0; i < name.size(); i++) {
-    const char character = name[i];
-    if (!IsUpper(character) && !IsLower(character) && !IsDigit(character)) {
-      if (!snake.empty() && snake.back() != '_') snake += '_';
+std::optional<size_t> MatchPattern(std::string_view pattern, std::string_view text,
+                                   const std::vector<std::string>& words,
+                                   std::vector<Found>* found) {
+  std::vector<Found> fields;
+  const auto length = MatchRest({text, &words, &fields}, pattern, 0);
+  if (!length) return {};
+  std::string lineName;
+  for (Found& field : fields) {
+    if (field.name == "%" && lineName.empty()) {
+      lineName = field.value.get<std::string>();
       continue;
     }
-    // A capital begins a word after a small letter or a digit, and before a small letter, but not
-    // the last one of "QoS".
-    const bool inside = i > 0 && i + 1 < name.size() && IsUpper(character);
-    if (inside && (IsLower(name[i - 1]) || IsDigit(name[i - 1]) ||
-                   (IsUpper(name[i - 1]) && IsLower(name[i + 1])))) {
-      snake += '_';
-    }
-    snake += IsUpper(character) ? static_cast<char>(character - 'A' + 'a') : character;
+    if (field.name == "%") field.name = NameOf(std::exchange(lineName, ""));
+    if (!field.name.empty()) found->push_back(std::move(field));
   }
-  while (snake.ends_with('_')) snake.pop_back();
-  return snake;
+  return length;
 }
-
-Json NumberOrText(std::string_view text) {
-  const std::string_view digits = text.substr(text.starts_with("0x") ? 2 : 0);
-  const bool isDecimal = digits.size() == text.size();
-  // "007" is a name or a version.
-  const bool padded = isDecimal && text.size() > 1 && text[0] == '0' && text[1] != '.';
-  const auto number = isDecimal ? ReadFraction(text) : ReadHexadecimal(digits);
-  if (padded || !number || number->length != digits.size()) return Utf8(text);
-  return number->value;
-}
+// NOLINTEND(misc-no-recursion)

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +14,7 @@ using Json = nlohmann::ordered_json;
 struct Found {
   std::string name;
   Json value;
-  bool lineNamed = false;  // the name was taken from the line
+  bool lineNamed;  // the name was taken from the line
 };
 
 // A pattern is compared with the beginning of a text. A character stands for itself, \t for any
@@ -26,26 +27,22 @@ struct Found {
 //   {name[]:kind}  a list, even of one value
 //
 // Kinds:
-//   d  decimal number         x  hexadecimal number without 0x
-//   n  decimal fraction       v  as t, but a whole number (x with 0x) becomes the number
-//   f  flag: Y, ON, V, 1 or N, OFF, X, 0; NA is null, another number stays a number
-//   m  mark of the row in force: "**" or two blanks
+//   d  decimal number         n  the same, with a fraction if it has one
+//   x  hexadecimal number without 0x
+//   b  byte in hexadecimal digits; more digits are the sign of a negative number and dropped
+//   f  flag: Y, ON, V, 1 and the mark "**", or N, OFF, X, 0 and two blanks in place of the mark;
+//      NA is null, another number stays a number
 //   p  power: "18.0 dBm (0x24)" or the same without the blank before the bracket
-//   h  two hexadecimal digits
 //   L  any number of bytes, each as " 0x24"
 //   B  bits of words: "DW1[31:00]DW0[15:00]"
-//   c  one byte as text       2  two of them
+//   1  one byte as text       2  two of them
 //   w  text without blanks    t  text in one line, as short as may be
+//   v  as t, but a whole number (x with 0x) becomes the number
 //   e  one of the command's words, else as t
 //   T  text of several lines, as long as may be, up to a limit
 //
-// Returns whether `text` begins with the pattern. Then `*length` is the length of that part, and
-// the values are appended to `*found`. `words` are the command's.
-bool MatchPattern(std::string_view pattern, std::string_view text,
-                  const std::vector<std::string>& words, std::vector<Found>* found, size_t* length);
-
-// "fgSrEn" as "fg_sr_en", "BT Profile" as "bt_profile".
-std::string SnakeCase(std::string_view name);
-
-// What kind v makes of a text.
-Json NumberOrText(std::string_view text);
+// Returns how much of the text the pattern takes, nothing if the text does not begin with it. The
+// values are appended to `*found`. `words` are the command's.
+std::optional<size_t> MatchPattern(std::string_view pattern, std::string_view text,
+                                   const std::vector<std::string>& words,
+                                   std::vector<Found>* found);

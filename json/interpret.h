@@ -25,7 +25,8 @@ struct ToolRun {
 
 // What was read is no output of the tool.
 struct NotToolOutput : std::runtime_error {
-  using runtime_error::runtime_error;
+  explicit NotToolOutput(const std::string& why)
+      : runtime_error("this is no output of the tool: " + why) {}
 };
 
 // The command whose result is a file.

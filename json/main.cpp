@@ -27,10 +27,10 @@ constexpr char Help[] =
     "    input, or the file that export_rssi_report wrote\n"
     "wlanx-json --help | --version\n"
     "\n"
-    "Status: 0 the outcome is \"done\"; 1 it is not; 2 there is no object.\n";
+    "Status: 0 the outcome is \"done\"; 1 it is not; 2 there is no object.";
 
 struct Misuse : std::runtime_error {
-  using runtime_error::runtime_error;
+  explicit Misuse(const std::string& what) : runtime_error(what + '\n' + Help) {}
 };
 
 struct Options {
@@ -109,7 +109,7 @@ void RunTool(ToolRun* run) {
 
 int Run(const std::vector<std::string>& arguments) {
   if (arguments.size() == 1 && arguments[0] == "--help") {
-    (void)std::fputs(Help, stdout);
+    (void)std::puts(Help);
     return 0;
   }
   if (arguments.size() == 1 && arguments[0] == "--version") {
@@ -134,19 +134,10 @@ int Run(const std::vector<std::string>& arguments) {
 }  // namespace
 
 int RunJson(const std::vector<std::string>& arguments) {
-  const auto fail = [](const char* before, const char* what) {
-    (void)std::fprintf(stderr, "wlanx-json: %s%s\n", before, what);
-    return 2;
-  };
   try {
     return Run(arguments);
-  } catch (const Misuse& misuse) {
-    (void)fail("", misuse.what());
-    (void)std::fputs(Help, stderr);
-    return 2;
-  } catch (const NotToolOutput& error) {
-    return fail("this is no output of the tool: ", error.what());
   } catch (const std::exception& error) {
-    return fail("", error.what());
+    (void)std::fprintf(stderr, "wlanx-json: %s\n", error.what());
+    return 2;
   }
 }

@@ -1,13 +1,13 @@
 #include "json/forms.h"
 
-#include <algorithm>
+#include <string>
 
 namespace {
 
 using enum Meaning;
 
 constexpr CommandRule Rules[] = {
-    {"help get_umac country rf TRx sar txhang_counter sniffer get_lp ics get_mac_Add NonMS setreg "
+    {"help get_umac country rf trx sar txhang_counter sniffer get_lp ics get_mac_add nonms setreg "
      "getreg set_pcie_driving export_rssi_report pcie",
      false, Status0, Status1, Status1},
     {"stat get_wfd get_fw_ver fixedrate", false, Status1, Status0, Status1},
@@ -31,8 +31,8 @@ constexpr Form AllForms[] = {
     {"", "Error: Parameters are not correct!!\n", "", Wrong},
     {"", "Allocated memory failed\n", "", Failed},
     {"", "Error in DeviceIoControl\t: {code:d}", "", Refused},
-    {"sar TRx", "Error Code in DeviceIoControl\t: {code:d}\n", "", Refused},
-    {"sar TRx", "Or you can go to MSFT website{:t}\nMSFT website: {:t}\n", "", Advice},
+    {"sar trx", "Error Code in DeviceIoControl\t: {code:d}\n", "", Refused},
+    {"sar trx", "Or you can go to MSFT website{:t}\nMSFT website: {:t}\n", "", Advice},
 
     // help, and wlanx without a word
     {"help", "{program_name:t} [parameters...]\n\nAvailable parameters\n", ""},
@@ -43,9 +43,8 @@ constexpr Form AllForms[] = {
     {"get_umac txhang_counter get_lp efuse get_sr_cap get_sr_ind set_pcie_driving set_cmd_str "
      "get_cmd_str",
      "argv[{:d}] = {:e}\t\n", ""},
-    {"stat get_wfd get_umac", "{*}\n", "", Last},
     {"get_lp", "The infomation will dump with kernel logs in Debugview.\n", "", Last},
-    {"get_mac_Add", "MAC Address: {mac_address:w}\n", "", Last},
+    {"get_mac_add", "MAC Address: {mac_address:w}\n", "", Last},
     {"get_fw_ver", "Wifi/BT FW Version\n", ""},
     {"get_fw_ver", "FW Version (WIFI) = {wifi:t} \n", "fw_version"},
     {"get_fw_ver", "FW Version (BT) = {bt:t} \n", "fw_version", Last},
@@ -65,9 +64,9 @@ constexpr Form AllForms[] = {
     {"ics", "PHY ICS partition must less than 0xff\n", "", Wrong},
     {"ics", "SNIFFER CMD: Number of PARAMETERS is WRONG\n", "", Wrong},
     {"ics", "ucCondition[5]={uc_condition[]:v}\n", "", Last},
-    {"TRx", "Sorry, this chip is not supported this CMD.\n", "", Advice},
-    {"TRx", "Can not use this command correctly.\n", "", Advice},
-    {"TRx", "Apply successfully.\n", "", Last},
+    {"trx", "Sorry, this chip is not supported this CMD.\n", "", Advice},
+    {"trx", "Can not use this command correctly.\n", "", Advice},
+    {"trx", "Apply successfully.\n", "", Last},
     {"sniffer", "Unavailable Channel {channel:d}\n", "", Wrong},
     {"sniffer", "Network is activated\nPlease disconnect network{:t}\n", "", Refused},
     {"sniffer", "Sniffer mode {sniffer_mode=OFF}OFF\n", "", Last},
@@ -143,7 +142,7 @@ constexpr Form AllForms[] = {
     {"sar", "Sensor CB Status {sensor_cb_successful=true}Successful.", "", Last},
     {"sar", "Sensor CB Status {sensor_cb_successful=false}Failed.\t[0x{sensor_cb_status:x}]\n", ""},
     {"sar", "Sensor Callback function is failure. {sensor_cb_advice:t}\n", "", Last},
-    {"sar TRx", "{:t}Thanks!!", "", Advice},
+    {"sar trx", "{:t}Thanks!!", "", Advice},
     {"sar", "Country Code is [0x{country_code:x}]\n", ""},
     {"sar", "Force value\t[0x{force_value:x}]\n", "", Last},
     {"sar", "[Flag\t{flag:d}][{on:f}]: {description:t}\n", "flags[]", Last},
@@ -151,21 +150,18 @@ constexpr Form AllForms[] = {
     {"sar", "{%}: {%:d}\n", ""},
 
     // driver settings, PCIe, low power
-    {"NonMS", "Error: argc:{argc:d}!!\n", "", Wrong},
-    {"NonMS", "Error: argv[2] should be 1 or 0 ! Now Value: {value:d}\n", "", Wrong},
-    {"NonMS", "LP Support NonMS Fail : {code:d}", "", Refused},
-    {"NonMS", "LP Support NonMS Success", "", Last},
+    {"nonms", "Error: argc:{argc:d}!!\n", "", Wrong},
+    {"nonms", "Error: argv[2] should be 1 or 0 ! Now Value: {value:d}\n", "", Wrong},
+    {"nonms", "LP Support NonMS Fail : {code:d}", "", Refused},
+    {"nonms", "LP Support NonMS Success", "", Last},
     {"setreg", "Set Reg name: {name:e} and value :0x{value:x}\n", ""},
     {"setreg", "Set Registry[{name:T}], Value=0x{value:x}\n", "confirmed", Last},
     {"getreg", "Get Reg name: {name:e}\n", ""},
     {"getreg", "Get Driver Registry :0x{value:x}\n", "", Last},
     {"set_pcie_driving", "PCIE gen = {pcie_gen[]:w}\n", ""},
-    {"set_pcie_driving", "(Step{step:d}:{action:t}) [0x{address:x}] = 0x{value:x}\n", "steps[]"},
-    {"set_pcie_driving", "(Step{step:d}:{action:t}) [0x{address:x}] --> 0x{value:x}\n", "steps[]"},
-    {"set_pcie_driving", "==================== Check PCIE driving setting  ====================\n",
-     ""},
-    {"set_pcie_driving", "=====================================================================\n",
-     "", Last},
+    {"set_pcie_driving", "(Step{step:d}:{action:t}) [0x{address:x}] {:w} 0x{value:x}\n", "steps[]"},
+    {"set_pcie_driving", "==================== Check{:t}\n", ""},
+    {"set_pcie_driving", "====================={:t}\n", "", Last},
     {"set_pcie_driving", "Error: PCIE gen not Gen2!!\n", "", Failed},
     {"set_pcie_driving", "Error: Setting Fail! \n", "", Failed},
     {"pcie", "Error: Invalid parameters\n", "", Wrong},
@@ -230,7 +226,9 @@ constexpr Form AllForms[] = {
     {"radar_detect rdd_dbdc uwtbl", "{%} is: {%:d}\n", "", Last},
     {"6g_listen", "Invalid parameter : Enable {enable:d}", "", Wrong},
     {"set_ax_cfg", "reset to ddefaul Ax_cfg = 0x{ax_cfg:x}\n", "", Last},
-    {"ax_basize", "ERROR size > 256 {%} = {%:d}, {%} = {%:d}\n", "", Wrong, Status1},
+    {"ax_basize",
+     "ERROR size > 256 u2TxHeBaSize = {u2_tx_he_ba_size:d}, u2RxHeBaSize = {u2_rx_he_ba_size:d}\n",
+     "", Wrong, Status1},
     {"txhang_counter ax_basize", "{%} = {%:d}, {%} = {%:d}\n", "", Last},
     {"chan_pref_cfg twt_setup set_apsd", "{%} : {%:d}\t\n", "", Last},
     {"set_coex_tp", "!!! NICCTL set COEX TP wifi {coex_tp_wifi:t} !!!\n", "", Last},
@@ -248,7 +246,7 @@ constexpr Form AllForms[] = {
      "0x{subcarrier_idx_msb:x}, subcarrierIdxLsb: 0x{subcarrier_idx_lsb:x}\n",
      ""},
     {"txbf", "Set_{request:w}, profileIdx = {profile_idx:d}, fgBFer = {fg_b_fer:d}\n", ""},
-    {"txbf", "{*}\n", "", Last},
+    {"stat get_wfd get_umac txbf", "{*}\n", "", Last},
     {"efuse", "\nHelp menu\n\tRead:{:t}\n\tWrite:{:t}\n\tFree Blocks:{:t}\n", "", Wrong},
     {"efuse",
      "ucOpMode = {uc_op_mode:d}, Efuse_addr = 0x{efuse_addr:x}, Efuse_value = 0x{efuse_value:x}, "
@@ -311,14 +309,6 @@ constexpr ErrorCode ErrorCodes[] = {
     {4200, "ERROR_WMI_GUID_NOT_FOUND"},
 };
 
-char Lower(char character) {
-  return character >= 'A' && character <= 'Z' ? static_cast<char>(character + 32) : character;
-}
-
-bool SameWord(std::string_view one, std::string_view other) {
-  return std::ranges::equal(one, other, {}, Lower, Lower);
-}
-
 }  // namespace
 
 std::span<const CommandRule> CommandRules() {
@@ -330,12 +320,9 @@ std::span<const Form> Forms() {
 }
 
 bool Lists(std::string_view names, std::string_view name) {
-  while (!names.empty()) {
-    const size_t length = names.find(' ');
-    if (SameWord(names.substr(0, length), name)) return true;
-    names.remove_prefix(length == std::string_view::npos ? names.size() : length + 1);
-  }
-  return false;
+  const auto divided = [](std::string_view text) { return " " + std::string(text) + " "; };
+  return name.find(' ') == std::string_view::npos &&
+         divided(names).find(divided(name)) != std::string::npos;
 }
 
 std::string_view ErrorName(int64_t code) {

@@ -46,17 +46,16 @@ struct Form {
 // Commands that print nothing if all went well.
 constexpr std::string_view SilentCommands = "hw_write coex_info";
 
-// Commands that print a text of the driver. A pattern has FreeText in its place; it is the last
-// thing that they print. The text may look like a message of the tool. So a message counts only if
-// nothing else was printed.
-constexpr std::string_view FreeTextCommands = "stat get_wfd get_umac country txbf get_cmd_str";
-constexpr std::string_view FreeText = "{*}";
+// A command with such a field in a pattern prints a text of the driver. It is the last thing that
+// the command prints and may look like a message of the tool. So a message counts only if nothing
+// else was printed.
+constexpr std::string_view FreeText = "*";
 
 // The first form that fits is taken.
 std::span<const CommandRule> CommandRules();
 std::span<const Form> Forms();
 
-// Whether a list of names, with a blank between two, has this one in whatever case.
+// Whether a list of names, with a blank between two, has this one. Commands are in small letters.
 bool Lists(std::string_view names, std::string_view name);
 
 // The name of a Windows error code. Empty for a code that drivers do not usually return.

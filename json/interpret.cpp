@@ -1,6 +1,7 @@
 #include "json/interpret.h"
 
 #include <algorithm>
+#include <locale>
 #include <unordered_map>
 
 #include "json/decode.h"
@@ -93,10 +94,6 @@ bool IsPlace(std::string_view name) {
   });
 }
 
-bool IsMessage(const Form& form) {
-  return form.meaning > Meaning::Last;
-}
-
 // What has been read of a run.
 struct Reader {
   const ToolRun* run;
@@ -141,11 +138,12 @@ void AddError(std::string_view matched, const std::vector<Found>& found, Json* e
   for (const Found& item : found) {
     if (item.name == "line") {
       lines = item.value.get<std::string>();
-      continue;
+    } else {
+      (*error)[item.name] = item.value;
     }
-    (*error)[item.name] = item.value;
-    if (item.name != "code") continue;
-    const std::string_view name = ErrorName(item.value.get<int64_t>());
+  }
+  if (error->contains("code")) {
+    const std::string_view name = ErrorName((*error)["code"].get<int64_t>());
     (*error)["name"] = name.empty() ? Json() : Json(name);
   }
   for (std::string_view rest = lines; !rest.empty();) {
@@ -163,54 +161,47 @@ bool AddValues(std::string_view place, std::vector<Found> found, Json* values) {
     if (!mayRepeat && object->contains(item.name)) return false;
     if (item.lineNamed && place.empty() && IsPlace(item.name)) return false;
   }
-  for (Found& item : found) Add(object, std::move(item.name), std::move(item.value));
+  for (Found& item : found) {
+    if (item.name == FreeText) {
+      AddFreeText(item.value.get<std::string>(), object);
+    } else {
+      Add(object, std::move(item.name), std::move(item.value));
+    }
+  }
   return true;
 }
 
 // Returns how much of the text the form takes, 0 for nothing. With `anyStatus` a message of the
 // tool counts even if the run's status does not fit it.
 size_t TryForm(Reader* reader, const Form& form, std::string_view text, bool anyStatus) {
-  const size_t free = form.pattern.find(FreeText);
-  const bool isFree = free != std::string_view::npos;
-  const size_t openEnd = isFree && form.pattern.ends_with('\n') ? 1 : 0;
-  if (openEnd == 1 && !text.ends_with('\n')) return 0;
   std::vector<Found> found;
-  auto length = MatchPattern(form.pattern.substr(0, free), text, reader->run->words, &found);
+  const auto length = MatchPattern(form.pattern, text, reader->run->words, &found);
   if (!length) return 0;
-  const std::string_view rest = text.substr(*length);
-  if (IsMessage(form)) {
+  if (form.meaning > Meaning::Last) {
+    const std::string_view rest = text.substr(*length);
     const bool standsAlone = rest.empty() || rest == "\n";
     if (reader->freeText && !(standsAlone && (anyStatus || IsOwn(*reader, form)))) return 0;
     AddError(text.substr(0, *length), found, &reader->error);
-  } else {
-    if (!AddValues(form.place, std::move(found), &reader->values)) return 0;
-    if (isFree) AddFreeText(rest.substr(0, rest.size() - openEnd), &reader->values);
-    if (isFree) length = text.size();
+  } else if (!AddValues(form.place, std::move(found), &reader->values)) {
+    return 0;
   }
   if (form.meaning != Meaning::Advice) reader->meaning = std::max(reader->meaning, form.meaning);
   if (form.status != 0) reader->status = form.status;
   return *length;
 }
 
-size_t ReadForm(Reader* reader, std::string_view text) {
-  for (const bool anyStatus : {false, true}) {
-    for (const Form* form : reader->forms) {
-      if (anyStatus && !(reader->freeText && IsMessage(*form))) continue;
-      if (const size_t length = TryForm(reader, *form, text, anyStatus)) return length;
-    }
-  }
-  return 0;
-}
-
 void Read(Reader* reader, std::string_view text) {
   while (!text.empty()) {
-    const size_t length = ReadForm(reader, text);
-    reader->openEnd = length == 0 && text.find('\n') == std::string_view::npos;
-    if (length == 0) {
-      reader->unread.push_back(WithoutLineEnd(TakeLine(&text)));
-    } else {
-      text.remove_prefix(length);
+    size_t length = 0;
+    for (const bool anyStatus : {false, true}) {
+      for (const Form* form : reader->forms) {
+        if (length > 0 || (anyStatus && !reader->freeText)) break;
+        length = TryForm(reader, *form, text, anyStatus);
+      }
     }
+    reader->openEnd = length == 0 && text.find('\n') == std::string_view::npos;
+    if (length == 0) reader->unread.push_back(WithoutLineEnd(TakeLine(&text)));
+    text.remove_prefix(length);
   }
 }
 
@@ -244,20 +235,26 @@ void Judge(const Reader& reader, bool nothingPrinted, Json* result) {
 // If every line ends with CR LF, the host wrote that for the tool's line ends.
 std::string WithoutCarriageReturns(const std::string& text) {
   std::string changed;
-  size_t at = 0;
-  for (size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n', end + 1)) {
-    if (end == at || text[end - 1] != '\r') return text;
-    changed.append(text, at, end - 1 - at);
-    changed += '\n';
-    at = end + 1;
+  for (std::string_view rest = text; !rest.empty();) {
+    changed += TakeLine(&rest);
+    if (!changed.ends_with('\n')) break;
+    if (!changed.ends_with("\r\n")) return text;
+    changed.erase(changed.size() - 2, 1);
   }
-  return changed.append(text, at);
+  return changed;
+}
+
+// The command in small letters. Without a word the tool prints what it prints for help.
+std::string CommandOf(const std::vector<std::string>& words) {
+  std::string command = words.empty() ? "help" : words[0];
+  for (char& character : command) character = std::tolower(character, std::locale::classic());
+  return command;
 }
 
 }  // namespace
 
 bool WritesReport(const std::vector<std::string>& words) {
-  return !words.empty() && Lists("export_rssi_report", words[0]);
+  return CommandOf(words) == "export_rssi_report";
 }
 
 Json Interpret(const ToolRun& run) {
@@ -276,15 +273,15 @@ Json Interpret(const ToolRun& run) {
     for (Found& item : banner) result[item.name] = std::move(item.value);
   }
 
-  Reader reader = {.run = &run, .command = run.words.empty() ? "help" : run.words[0]};
+  Reader reader = {.run = &run, .command = CommandOf(run.words)};
   for (const CommandRule& rule : CommandRules()) {
     if (Lists(rule.names, reader.command)) reader.rule = &rule;
   }
   for (const Form& form : Forms()) {
-    if (form.commands.empty() || Lists(form.commands, reader.command))
-      reader.forms.push_back(&form);
+    if (!form.commands.empty() && !Lists(form.commands, reader.command)) continue;
+    reader.forms.push_back(&form);
+    if (form.pattern.find(FreeText) != std::string_view::npos) reader.freeText = true;
   }
-  reader.freeText = reader.rule != nullptr && Lists(FreeTextCommands, reader.command);
   std::string_view printed = text;
   constexpr std::string_view CloseFailed = "CloseDevice Failed\n";
   if (printed.ends_with(CloseFailed) && run.status.value_or(1) == 1) {

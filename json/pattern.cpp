@@ -134,26 +134,15 @@ Reading ReadList(std::string_view pattern, std::string_view text) {
 
 // Reads a field of a kind that needs not know what follows it.
 std::optional<Reading> ReadClosed(char kind, std::string_view text) {
-  switch (kind) {
-    case 'd':
-      return ReadDecimal(text);
-    case 'n':
-      return ReadFraction(text);
-    case 'x':
-      return ReadHexadecimal(text);
-    case 'b':
-      return ReadByte(text);
-    case 'f':
-      return ReadFlag(text);
-    case 'p':
-      return ReadObject("{dbm:n} dBm\t(0x{byte:b})", text);
-    case 'L':
-      return ReadList(" 0x{byte:b}", text);
-    case 'B':
-      return ReadList("DW{word:d}[{high:d}:{low:d}]", text);
-    default:
-      return ReadBytes(text, static_cast<size_t>(kind - '0'));
-  }
+  if (kind == 'd') return ReadDecimal(text);
+  if (kind == 'n') return ReadFraction(text);
+  if (kind == 'x') return ReadHexadecimal(text);
+  if (kind == 'b') return ReadByte(text);
+  if (kind == 'f') return ReadFlag(text);
+  if (kind == 'p') return ReadObject("{dbm:n} dBm\t(0x{byte:b})", text);
+  if (kind == 'L') return ReadList(" 0x{byte:b}", text);
+  if (kind == 'B') return ReadList("DW{word:d}[{high:d}:{low:d}]", text);
+  return ReadBytes(text, static_cast<size_t>(kind - '0'));
 }
 
 // One try of a pattern. The functions return where the matched text ends, or nothing.
@@ -217,6 +206,10 @@ std::optional<size_t> MatchField(const Match& match, const Field& field, size_t 
       if (!match.text.substr(at).starts_with(word)) continue;
       if (auto matched = TakeText(match, field, at, at + word.size())) return matched;
     }
+  }
+  if (field.kind == '*') {
+    const size_t last = match.text.size() - std::min(field.rest.size(), match.text.size());
+    return TakeText(match, field, at, std::max(at, last));
   }
   if (std::string_view("wtveT%").find(field.kind) != std::string_view::npos) {
     return MatchText(match, field, at);

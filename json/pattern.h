@@ -40,6 +40,7 @@ struct Found {
 //   v  as t, but a whole number (x with 0x) becomes the number
 //   e  one of the command's words, else as t
 //   T  text of several lines, as long as may be, up to a limit
+//   *  all of the text but what the pattern has after the field; {*} is its own name
 //
 // Returns how much of the text the pattern takes, nothing if the text does not begin with it. The
 // values are appended to `*found`. `words` are the command's.

@@ -40,7 +40,7 @@ WORDS = {
 }
 HOSTILE = [b"\xff\xfe\x00", b"a = 1\n" * 30000, b" = 1," * 20000, b" " * 200000, b"SSID: \nBSSID: " * 3000,
            b"[Flag 99999999999999999999][ON]: \n", b"rows: 1\n  Index1: 0x1\n",
-           b"PASS\n== a ==\nThreshold: 1\nAverage: 1\nPASS\nPASS\n"]
+           b"PASS\n== a ==\nThreshold: 1\nAverage: 1\nPASS\nPASS\n", b"ERROR size > 256 lines = 1, x = 2\n"]
 PROGRAMS = ""
 
 
@@ -287,7 +287,8 @@ class Input(unittest.TestCase):
         self.assertEqual(result["values"], {"country": "\x00é", "country_code": 0xE900})
 
     def test_hostile_input(self):
-        commands = (["stat"], ["sar", "x"], ["rf"], ["fixedrate"], ["wtbl"], ["help"], ["get_sr_ind"])
+        commands = (["stat"], ["sar", "x"], ["rf"], ["fixedrate"], ["wtbl"], ["help"], ["get_sr_ind"],
+                    ["ax_basize"])
         each(lambda *run: self.assertIsInstance(saved(*run), dict),
              [(words, 1, text) for text in HOSTILE for words in commands])
         for data in (b"", b"text\n", BANNER[:30], b"\0" * 100, b"\xff\xfe", BANNER + b"x" * (8 << 20)):

@@ -1,6 +1,7 @@
 #include "json/forms.h"
 
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -277,12 +278,7 @@ constexpr Form AllForms[] = {
     {"", "\n", ""},
 };
 
-struct ErrorCode {
-  int64_t code;
-  std::string_view name;
-};
-
-constexpr ErrorCode ErrorCodes[] = {
+constexpr std::pair<int64_t, std::string_view> ErrorNames[] = {
     {1, "ERROR_INVALID_FUNCTION"},
     {2, "ERROR_FILE_NOT_FOUND"},
     {5, "ERROR_ACCESS_DENIED"},
@@ -326,8 +322,8 @@ bool Lists(std::string_view names, std::string_view name) {
 }
 
 std::string_view ErrorName(int64_t code) {
-  for (const ErrorCode& row : ErrorCodes) {
-    if (row.code == code) return row.name;
+  for (const auto& [known, name] : ErrorNames) {
+    if (known == code) return name;
   }
   return {};
 }

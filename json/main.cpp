@@ -17,17 +17,15 @@
 
 namespace {
 
-constexpr char Help[] =
-    "wlanx-json [--eng] COMMAND [ARGUMENT]...\n"
-    "    runs wlanx (with --eng wlanx-eng) from the folder of this program or from PATH and "
-    "prints\n"
-    "    one JSON object with what it says\n"
-    "wlanx-json [--eng] --read FILE [--status N] [COMMAND [ARGUMENT]...]\n"
-    "    reads the saved output of a run that ended with status N; FILE may be - for standard\n"
-    "    input, or the file that export_rssi_report wrote\n"
-    "wlanx-json --help | --version\n"
-    "\n"
-    "Status: 0 the outcome is \"done\"; 1 it is not; 2 there is no object.";
+constexpr char Help[] = R"(wlanx-json [--eng] COMMAND [ARGUMENT]...
+    runs wlanx (with --eng wlanx-eng) from the folder of this program or from PATH and prints
+    one JSON object with what it says
+wlanx-json [--eng] --read FILE [--status N] [COMMAND [ARGUMENT]...]
+    reads the saved output of a run that ended with status N; FILE may be - for standard
+    input, or the file that export_rssi_report wrote
+wlanx-json --help | --version
+
+Status: 0 the outcome is "done"; 1 it is not; 2 there is no object.)";
 
 struct Misuse : std::runtime_error {
   explicit Misuse(const std::string& what) : runtime_error(what + '\n' + Help) {}
@@ -99,9 +97,7 @@ void RunTool(ToolRun* run) {
     // A file that was written just now must get another time if the tool writes it again.
     std::this_thread::sleep_for(std::chrono::milliseconds(40));
   }
-  ProgramResult result = RunProgram(run->engineering ? "wlanx-eng" : "wlanx", run->words);
-  run->output = std::move(result.output);
-  run->status = result.status;
+  RunProgram(run->engineering ? "wlanx-eng" : "wlanx", run);
   for (const auto& [name, writtenAt] : files) {
     if (WriteTime(PathOf(name)) != writtenAt) run->report = {name, ReadSaved(name)};
   }

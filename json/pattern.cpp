@@ -55,10 +55,6 @@ std::optional<Reading> ReadInteger(std::string_view text, int base) {
   return Reading{number, static_cast<size_t>(result.ptr - text.data())};
 }
 
-std::optional<Reading> ReadHexadecimal(std::string_view text) {
-  return ReadInteger<uint64_t>(text, 16);
-}
-
 std::optional<Reading> ReadDecimal(std::string_view text) {
   auto number = ReadInteger<int64_t>(text, 10);
   return number ? number : ReadInteger<uint64_t>(text, 10);
@@ -74,7 +70,7 @@ std::optional<Reading> ReadFraction(std::string_view text) {
 }
 
 std::optional<Reading> ReadByte(std::string_view text) {
-  auto number = ReadHexadecimal(text);
+  auto number = ReadInteger<uint64_t>(text, 16);
   if (number) number->value = number->value.get<uint64_t>() & 0xFF;
   return number;
 }
@@ -93,18 +89,13 @@ std::optional<Reading> ReadFlag(std::string_view text) {
   return number;
 }
 
-std::optional<Reading> ReadBytes(std::string_view text, size_t count) {
-  if (text.size() < count) return {};
-  return Reading{Utf8(text.substr(0, count)), count};
-}
-
 // What kind v makes of a text.
 Json NumberOrText(std::string_view text) {
   const std::string_view digits = text.substr(text.starts_with("0x") ? 2 : 0);
   const bool isDecimal = digits.size() == text.size();
   // "007" is a name or a version.
   const bool padded = isDecimal && text.size() > 1 && text[0] == '0' && text[1] != '.';
-  const auto number = isDecimal ? ReadFraction(text) : ReadHexadecimal(digits);
+  const auto number = isDecimal ? ReadFraction(text) : ReadInteger<uint64_t>(digits, 16);
   if (padded || !number || number->length != digits.size()) return Utf8(text);
   return number->value;
 }
@@ -136,13 +127,15 @@ Reading ReadList(std::string_view pattern, std::string_view text) {
 std::optional<Reading> ReadClosed(char kind, std::string_view text) {
   if (kind == 'd') return ReadDecimal(text);
   if (kind == 'n') return ReadFraction(text);
-  if (kind == 'x') return ReadHexadecimal(text);
+  if (kind == 'x') return ReadInteger<uint64_t>(text, 16);
   if (kind == 'b') return ReadByte(text);
   if (kind == 'f') return ReadFlag(text);
   if (kind == 'p') return ReadObject("{dbm:n} dBm\t(0x{byte:b})", text);
   if (kind == 'L') return ReadList(" 0x{byte:b}", text);
   if (kind == 'B') return ReadList("DW{word:d}[{high:d}:{low:d}]", text);
-  return ReadBytes(text, static_cast<size_t>(kind - '0'));
+  const auto count = static_cast<size_t>(kind - '0');
+  if (text.size() < count) return {};
+  return Reading{Utf8(text.substr(0, count)), count};
 }
 
 // One try of a pattern. The functions return where the matched text ends, or nothing.

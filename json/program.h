@@ -6,18 +6,16 @@
 #include <string>
 #include <vector>
 
+#include "json/interpret.h"
+
 // The longest output that is read. The tool prints less for all arguments that a user would type.
 constexpr size_t LongestOutput = size_t{8} << 20;
 
-struct ProgramResult {
-  std::string output;  // standard output; more than LongestOutput if it was too long
-  int64_t status;      // 128 and the number of a signal that ended the program
-};
-
-// Runs the program of this name in the folder of this one, or else in PATH. The words are UTF-8 on
-// Windows. It gets this program's standard input and errors. Throws std::system_error if it cannot
-// be started.
-ProgramResult RunProgram(std::string name, std::vector<std::string> words);
+// Runs the program of this name in the folder of this one, or else in PATH, with the run's words.
+// It gets this program's standard input and errors. Sets the run's output, longer than
+// LongestOutput if it was too long, and its status: 128 and the number of a signal that ended the
+// program. Throws std::system_error if it cannot be started.
+void RunProgram(std::string name, ToolRun* run);
 
 // When a file was last written, in the finest units of the host. The same for all that are not
 // there.

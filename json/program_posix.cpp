@@ -25,12 +25,12 @@ int64_t WriteTime(const std::filesystem::path& path) {
   return std::filesystem::last_write_time(path, ignored).time_since_epoch().count();
 }
 
-ProgramResult RunProgram(std::string name, std::vector<std::string> words) {
+void RunProgram(std::string name, ToolRun* run) {
   std::error_code ignored;
   auto path = std::filesystem::read_symlink("/proc/self/exe", ignored).replace_filename(name);
   if (!std::filesystem::is_regular_file(path, ignored)) path = name;
   std::vector<char*> arguments = {name.data()};
-  for (std::string& word : words) arguments.push_back(word.data());
+  for (std::string& word : run->words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
 
   std::array<int, 2> ends = {};
@@ -46,13 +46,12 @@ ProgramResult RunProgram(std::string name, std::vector<std::string> words) {
 
   close(ends[1]);
   FILE* pipe = fdopen(ends[0], "r");
-  ProgramResult result = {std::string(LongestOutput + 1, '\0'), 0};
-  result.output.resize(fread(result.output.data(), 1, result.output.size(), pipe));
+  run->output.resize(LongestOutput + 1);
+  run->output.resize(fread(run->output.data(), 1, run->output.size(), pipe));
   (void)fclose(pipe);  // if it prints more, it ends
   int status = 0;
   if (waitpid(process, &status, 0) < 0) Check(errno, "waitpid");
-  result.status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
-  return result;
+  run->status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }
 
 int main(int argc, char** argv) {

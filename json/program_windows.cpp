@@ -43,7 +43,7 @@ int64_t WriteTime(const std::filesystem::path& path) {
          data.ftLastWriteTime.dwLowDateTime;
 }
 
-ProgramResult RunProgram(std::string name, std::vector<std::string> words) {
+void RunProgram(std::string name, ToolRun* run) {
   std::wstring path(32768, L'\0');
   const auto size = static_cast<DWORD>(path.size());
   GetModuleFileNameW(nullptr, path.data(), size);
@@ -56,7 +56,7 @@ ProgramResult RunProgram(std::string name, std::vector<std::string> words) {
     Fail("cannot start " + name + " beside this program or in PATH");
   }
   std::wstring line = Wide(name);
-  for (const std::string& word : words) line += L' ' + Quoted(Wide(word));
+  for (const std::string& word : run->words) line += L' ' + Quoted(Wide(word));
 
   int ends[2] = {};
   if (_pipe(ends, 1 << 16, _O_BINARY | _O_NOINHERIT) != 0) throw std::runtime_error("no pipe");
@@ -76,15 +76,14 @@ ProgramResult RunProgram(std::string name, std::vector<std::string> words) {
   CloseHandle(process.hThread);
   _close(ends[1]);
   FILE* pipe = _fdopen(ends[0], "rb");
-  ProgramResult result = {std::string(LongestOutput + 1, '\0'), 0};
-  result.output.resize(fread(result.output.data(), 1, result.output.size(), pipe));
+  run->output.resize(LongestOutput + 1);
+  run->output.resize(fread(run->output.data(), 1, run->output.size(), pipe));
   fclose(pipe);  // if it prints more, it ends
   DWORD status = 0;
   WaitForSingleObject(process.hProcess, INFINITE);
   GetExitCodeProcess(process.hProcess, &status);
   CloseHandle(process.hProcess);
-  result.status = status;
-  return result;
+  run->status = status;
 }
 
 int wmain(int argc, wchar_t** argv) {

@@ -48,7 +48,7 @@ constexpr std::string_view SilentCommands = "hw_write coex_info";
 
 // A command with such a field in a pattern prints a text of the driver. It is the last thing that
 // the command prints and may look like a message of the tool. So a message counts only if nothing
-// else was printed.
+// else was printed. No other pattern has the character.
 constexpr std::string_view FreeText = "*";
 
 // The first form that fits is taken.

@@ -59,10 +59,10 @@ std::string Utf8FromUtf16(std::u16string_view text) {
 
 std::string DecodeSavedText(std::string_view bytes) {
   if (bytes.starts_with("\xEF\xBB\xBF")) return std::string(bytes.substr(3));
-  if (bytes.size() < 2) return std::string(bytes);
-  // The tool's output and its reports begin with ASCII.
-  const bool lowFirst = bytes.starts_with("\xFF\xFE") || (bytes[0] != 0 && bytes[1] == 0);
-  const bool highFirst = bytes.starts_with("\xFE\xFF") || (bytes[0] == 0 && bytes[1] != 0);
+  // The tool's output and its reports begin with ASCII, so a zero is the high byte.
+  const size_t zero = bytes.substr(0, 2).find('\0');
+  const bool lowFirst = bytes.starts_with("\xFF\xFE") || zero == 1;
+  const bool highFirst = bytes.starts_with("\xFE\xFF") || zero == 0;
   if (!lowFirst && !highFirst) return std::string(bytes);
   std::u16string text;
   for (size_t i = 0; i + 1 < bytes.size(); i += 2) {
@@ -70,8 +70,7 @@ std::string DecodeSavedText(std::string_view bytes) {
     const auto second = static_cast<uint8_t>(bytes[i + 1]);
     text += static_cast<char16_t>(lowFirst ? first | second << 8 : second | first << 8);
   }
-  constexpr char16_t Mark = 0xFEFF;
-  if (text.starts_with(Mark)) text.erase(0, 1);
+  if (text.starts_with(u'\uFEFF')) text.erase(0, 1);
   return Utf8FromUtf16(text);
 }
 

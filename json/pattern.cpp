@@ -55,24 +55,18 @@ std::optional<Reading> ReadInteger(std::string_view text, int base) {
   return Reading{number, static_cast<size_t>(result.ptr - text.data())};
 }
 
-std::optional<Reading> ReadDecimal(std::string_view text) {
-  auto number = ReadInteger<int64_t>(text, 10);
-  return number ? number : ReadInteger<uint64_t>(text, 10);
-}
-
-std::optional<Reading> ReadFraction(std::string_view text) {
-  auto whole = ReadDecimal(text);
-  if (!whole || !text.substr(whole->length).starts_with('.')) return whole;
-  const size_t point = whole->length;
+// A number of kind d, n, x or b.
+std::optional<Reading> ReadNumber(std::string_view text, char kind) {
+  const bool isDecimal = kind == 'd' || kind == 'n';
+  auto number = ReadInteger<uint64_t>(text, isDecimal ? 10 : 16);
+  if (!number && isDecimal) number = ReadInteger<int64_t>(text, 10);
+  if (!number) return {};
+  if (kind == 'b') number->value = number->value.get<uint64_t>() & 0xFF;
+  const size_t point = number->length;
+  if (kind != 'n' || !text.substr(point).starts_with('.')) return number;
   const size_t end = std::min(text.find_first_not_of("0123456789", point + 1), text.size());
-  if (end == point + 1) return whole;
+  if (end == point + 1) return number;
   return Reading{std::stod(std::string(text.substr(0, end))), end};
-}
-
-std::optional<Reading> ReadByte(std::string_view text) {
-  auto number = ReadInteger<uint64_t>(text, 16);
-  if (number) number->value = number->value.get<uint64_t>() & 0xFF;
-  return number;
 }
 
 std::optional<Reading> ReadFlag(std::string_view text) {
@@ -83,7 +77,7 @@ std::optional<Reading> ReadFlag(std::string_view text) {
   for (const auto& [word, flag] : Words) {
     if (text.starts_with(word)) return Reading{flag, word.size()};
   }
-  auto number = ReadDecimal(text);
+  auto number = ReadNumber(text, 'd');
   const bool isFlag = number && number->value >= 0 && number->value <= 1;
   if (isFlag) number->value = number->value == 1;
   return number;
@@ -95,7 +89,7 @@ Json NumberOrText(std::string_view text) {
   const bool isDecimal = digits.size() == text.size();
   // "007" is a name or a version.
   const bool padded = isDecimal && text.size() > 1 && text[0] == '0' && text[1] != '.';
-  const auto number = isDecimal ? ReadFraction(text) : ReadInteger<uint64_t>(digits, 16);
+  const auto number = ReadNumber(digits, isDecimal ? 'n' : 'x');
   if (padded || !number || number->length != digits.size()) return Utf8(text);
   return number->value;
 }
@@ -125,10 +119,7 @@ Reading ReadList(std::string_view pattern, std::string_view text) {
 
 // Reads a field of a kind that needs not know what follows it.
 std::optional<Reading> ReadClosed(char kind, std::string_view text) {
-  if (kind == 'd') return ReadDecimal(text);
-  if (kind == 'n') return ReadFraction(text);
-  if (kind == 'x') return ReadInteger<uint64_t>(text, 16);
-  if (kind == 'b') return ReadByte(text);
+  if (std::string_view("dnxb").find(kind) != std::string_view::npos) return ReadNumber(text, kind);
   if (kind == 'f') return ReadFlag(text);
   if (kind == 'p') return ReadObject("{dbm:n} dBm\t(0x{byte:b})", text);
   if (kind == 'L') return ReadList(" 0x{byte:b}", text);

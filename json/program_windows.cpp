@@ -13,8 +13,9 @@
 
 namespace {
 
-[[noreturn]] void Fail(const std::string& what) {
-  throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), what);
+[[noreturn]] void Fail(const std::string& name) {
+  throw std::system_error(static_cast<int>(GetLastError()), std::system_category(),
+                          "cannot start " + name + " beside this program or in PATH");
 }
 
 // UTF-8 as UTF-16.
@@ -53,7 +54,7 @@ void RunProgram(std::string name, ToolRun* run) {
     path = beside.wstring();
   } else if (SearchPathW(_wgetenv(L"PATH"), Wide(name).c_str(), L".exe", size, path.data(),
                          nullptr) == 0) {
-    Fail("cannot start " + name + " beside this program or in PATH");
+    Fail(name);
   }
   std::wstring line = Wide(name);
   for (const std::string& word : run->words) line += L' ' + Quoted(Wide(word));
@@ -71,7 +72,7 @@ void RunProgram(std::string name, ToolRun* run) {
   PROCESS_INFORMATION process = {};
   if (CreateProcessW(path.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
                      &process) == 0) {
-    Fail("cannot start " + name + " beside this program or in PATH");
+    Fail(name);
   }
   CloseHandle(process.hThread);
   _close(ends[1]);

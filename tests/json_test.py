@@ -47,10 +47,8 @@ PROGRAMS = ""
 def convert(*arguments, data=None, folder=None, environment=None, program=None):
     """The object that is printed, after the checks that every one has to pass."""
     path = program or os.path.join(PROGRAMS, "wlanx-json")
-    starter = []
-    if os.path.exists(path + ".exe"):
-        path, starter = path + ".exe", STARTER
-    done = subprocess.run([*starter, path, *arguments], input=data, capture_output=True, cwd=folder,
+    command = [*STARTER, path + ".exe"] if os.path.exists(path + ".exe") else [path]
+    done = subprocess.run([*command, *arguments], input=data, capture_output=True, cwd=folder,
                           env={**os.environ, **(environment or {})}, timeout=60)
     if done.returncode == 2:
         return done.stderr.decode()
@@ -158,6 +156,10 @@ class Cases(unittest.TestCase):
             self.assertEqual([line for command in commands for line in command["usage"]],
                              re.findall(r"^ {20}(.*)$", text, re.M))
         self.assertEqual(convert("help")["values"]["commands"][0]["name"], "stat")
+
+    def test_row_in_force(self):
+        rows = convert("sar", "get_sar_table")["values"]["rows"]
+        self.assertEqual([row["index"] for row in rows if row["in_force"]], [3])
 
 
 class Situations(unittest.TestCase):

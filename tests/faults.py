@@ -15,19 +15,21 @@ import sys
 import tempfile
 import time
 import unittest
+from pathlib import Path
 
 import programs
 
 TIME = re.compile(r'timestamp="[^"]*"')
 REPORT = ["export_rssi_report", "rssi", "5g", "net", "70"]
 PROGRAMS = ""
+SCENARIOS = Path(__file__).resolve().parent.parent / "simulator" / "scenarios"
 
 
 class Faults(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
-        self.folder = folder.name
+        self.folder = Path(folder.name)
 
     def start(self, words, program="wlanx", closed=(), variables=None, room=None, **more):
         """`room` is the size that a file can have."""
@@ -38,9 +40,8 @@ class Faults(unittest.TestCase):
                 if program != "a8000redact":  # which has to survive it by itself
                     signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
                 resource.setrlimit(resource.RLIMIT_FSIZE, (room, room))
-        environment = {**os.environ, "A8000_TRACE": os.path.join(self.folder, "trace")}
-        environment.pop("A8000_SCENARIO", None)
-        environment.update(variables or {})
+        environment = {**os.environ, "A8000_SCENARIO": "",
+                       "A8000_TRACE": str(self.folder / "trace"), **(variables or {})}
         process = programs.start([os.path.join(PROGRAMS, program)] + words, cwd=self.folder,
                                  env=environment, stdin=subprocess.DEVNULL, preexec_fn=prepare,
                                  **{"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **more})
@@ -53,16 +54,13 @@ class Faults(unittest.TestCase):
         return process.returncode, output, errors
 
     def trace(self):
-        path = os.path.join(self.folder, "trace")
-        if not os.path.exists(path):
-            return ""
-        with open(path) as file:
-            return file.read()
+        path = self.folder / "trace"
+        return path.read_text() if path.exists() else ""
 
     def trace_into_pipe(self, room):
         """The trace is a pipe that has room for so many bytes."""
-        path = os.path.join(self.folder, "trace")
-        os.remove(path)
+        path = self.folder / "trace"
+        path.unlink()
         os.mkfifo(path)
         pipe = os.open(path, os.O_RDWR)
         self.addCleanup(os.close, pipe)
@@ -86,9 +84,8 @@ class Faults(unittest.TestCase):
 
     def test_negative_length(self):
         """It is sent as it stands. The trace has no room for such a call."""
-        scenario = os.path.join(self.folder, "length.a8000")
-        with open(scenario, "w") as file:
-            file.write("0xFFFCF100 len=4294967295 error=87 returned=9\n")
+        scenario = self.folder / "length.a8000"
+        scenario.write_text("0xFFFCF100 len=4294967295 error=87 returned=9\n")
         code, output, _ = self.run_tool(["oid_len_test", "-1"], program="wlanx-eng",
                                         variables={"A8000_SCENARIO": scenario})
         self.assertEqual((code, output.decode().split("\n\n", 1)[1]), (
@@ -111,8 +108,8 @@ class Faults(unittest.TestCase):
                         self.assertEqual((code, self.trace()), expected)
                         self.assertFalse(errors)
                         if words == REPORT + ["report.xml"]:
-                            with open(os.path.join(self.folder, words[-1])) as report:
-                                self.assertRegex(report.read(), r"\A<\?xml[^\0?]*\?>[^\0?]*</Results>\n\Z")
+                            self.assertRegex((self.folder / words[-1]).read_text(),
+                                             r"\A<\?xml[^\0?]*\?>[^\0?]*</Results>\n\Z")
 
     def test_report_on_a_full_disk(self):
         code, output, errors = self.run_tool(REPORT + ["/dev/full"])
@@ -120,7 +117,7 @@ class Faults(unittest.TestCase):
         self.assertEqual(self.trace().count("\n0x"), 1)
 
     def test_trace_on_a_full_disk(self):
-        os.symlink("/dev/full", os.path.join(self.folder, "trace"))
+        (self.folder / "trace").symlink_to("/dev/full")
         code, output, errors = self.run_tool(["get_mac_Add"])
         self.assertEqual(code, 0)
         self.assertEqual(errors.count(b"No space left on device"), 1)
@@ -140,31 +137,25 @@ class Faults(unittest.TestCase):
     def test_report_is_whole_before_the_device_closes(self):
         """Closing hangs: the trace is a pipe without room for its line."""
         self.run_tool(REPORT + ["report.xml"])
-        trace, report = (os.path.join(self.folder, name) for name in ("trace", "report.xml"))
-        recorded = os.path.getsize(trace)
-        with open(report) as file:
-            whole = file.read()
-        os.remove(report)
-        self.trace_into_pipe(recorded - 1)
+        report = self.folder / "report.xml"
+        whole = TIME.sub("", report.read_text())
+        report.unlink()
+        self.trace_into_pipe(len(self.trace()) - 1)
         process = self.start(REPORT + ["report.xml"], stdout=subprocess.DEVNULL,
                              stderr=subprocess.DEVNULL)
         text, until = "", time.monotonic() + programs.SECONDS
-        while TIME.sub("", text) != TIME.sub("", whole) and time.monotonic() < until:
+        while text != whole and time.monotonic() < until:
             time.sleep(0.05)
-            if os.path.exists(report):
-                with open(report) as file:
-                    text = file.read()
+            text = TIME.sub("", report.read_text()) if report.exists() else ""
         running = process.poll() is None
         programs.end(process)
-        self.assertEqual((TIME.sub("", text), running), (TIME.sub("", whole), True))
+        self.assertEqual((text, running), (whole, True))
 
     def test_unusable_files(self):
         """Opening fails, and standard error says why; a long word is cut."""
-        scenario = os.path.join(self.folder, "s")
-        with open(scenario, "wb") as file:
-            file.write(b"# \n" * 1233 + b"open \x1b\xff\x7f" + b"x" * 61 + b"\n")
-        builtin = os.path.join(os.path.dirname(__file__), "..", "simulator", "scenarios",
-                               "builtin.a8000")
+        (self.folder / "s").write_bytes(
+            b"# \n" * 1233 + b"open \x1b\xff\x7f" + b"x" * 61 + b"\n")
+        builtin = str(SCENARIOS / "builtin.a8000")
         for program, variables, message in (
                 ("wlanx", {"A8000_SCENARIO": "s"}, "s:1234: unknown outcome: ???" + "x" * 57),
                 ("wlanx", {"A8000_SCENARIO": "."}, ".:0: Is a directory"),
@@ -182,16 +173,14 @@ class Faults(unittest.TestCase):
                 self.assertEqual(self.trace(), "open error=13\n")
 
     def test_empty_variables(self):
-        code, output, errors = self.run_tool(
-            ["get_mac_Add"], variables={"A8000_SCENARIO": "", "A8000_TRACE": ""})
+        code, _, errors = self.run_tool(["get_mac_Add"], variables={"A8000_TRACE": ""})
         self.assertEqual((code, errors, os.listdir(self.folder)), (0, b"", []))
 
     def test_driver_that_hangs(self):
         """What was printed is on the screen while opening or closing lasts: the trace is a pipe
         without room for the call's line."""
         _, printed, _ = self.run_tool(["get_mac_Add"])
-        trace = os.path.join(self.folder, "trace")
-        recorded = os.path.getsize(trace)
+        recorded = len(self.trace())
         banner = printed[:printed.index(b"\n\n") + 2]
         for room, expected in ((len("open ok"), banner), (recorded - 1, printed)):
             self.trace_into_pipe(room)
@@ -234,10 +223,10 @@ class Faults(unittest.TestCase):
     def test_report_is_whole_or_nothing(self):
         self.run_tool(["get_mac_Add"])
         recorded = self.trace()
-        os.symlink("trace", os.path.join(self.folder, "link"))
-        os.link(os.path.join(self.folder, "trace"), os.path.join(self.folder, "same"))
-        with open(os.path.join(self.folder, "report"), "w") as file:
-            file.write("earlier")
+        (self.folder / "link").symlink_to("trace")
+        os.link(self.folder / "trace", self.folder / "same")
+        report = self.folder / "report"
+        report.write_text("earlier")
         files = sorted(os.listdir(self.folder))
         taken = "the report would take the place of the trace"
         for words, room, what in (
@@ -252,14 +241,11 @@ class Faults(unittest.TestCase):
                 (["trace", "report", "new"], None, "report:1: unknown statement: earlier")):
             self.assertEqual(self.redact(*words, room=room), (1, "", f"a8000: {what}\n"))
             self.assertEqual((self.trace(), sorted(os.listdir(self.folder))), (recorded, files))
-            with open(os.path.join(self.folder, "report")) as file:
-                self.assertEqual(file.read(), "earlier")
+            self.assertEqual(report.read_text(), "earlier")
         self.assertEqual(self.redact("trace", "report")[0], 0)
 
     def test_reports_replay(self):
         """The tool sends to a report what it sent, as the report has it."""
-        scenarios = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "simulator",
-                                 "scenarios")
         for words, scenario in (
                 ("set_pcie_driving", ""), ("set_pcie_driving", "pcie-write-ignored"),
                 ("sar get_sar_table", "sar-184"), ("sar get_geo_table", "sar-176-6ghz"),
@@ -270,14 +256,13 @@ class Faults(unittest.TestCase):
                 ("set_bssid bssid 02:00:00:00:00:01", ""), ("setreg TxopLimit 0x7", ""),
                 ("set_cmd_str xx 00", ""), ("oid_len_test 300", ""), ("get_fw_ver", "")):
             with self.subTest(words=words, scenario=scenario):
-                path = os.path.join(scenarios, f"{scenario or 'builtin'}.a8000")
+                path = SCENARIOS / f"{scenario or 'builtin'}.a8000"
                 run = {"program": "wlanx-eng", "variables": {"A8000_SCENARIO": path}}
                 status = self.run_tool(words.split(), **run)[0]
                 self.assertEqual(self.redact("trace", "report")[0], 0)
                 run["variables"] = {"A8000_SCENARIO": "report"}
                 self.assertEqual(self.run_tool(words.split(), **run)[0], status)
-                with open(os.path.join(self.folder, "report")) as file:
-                    self.assertEqual(self.trace(), file.read())
+                self.assertEqual(self.trace(), (self.folder / "report").read_text())
 
 
 if __name__ == "__main__":

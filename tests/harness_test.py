@@ -52,6 +52,12 @@ def check_runs():
     check(done.returncode, done.stdout, f"0 passed, {len(runs)} failed, 0 skipped\n")
 
 
+def check_long_line():
+    done = programs.run([sys.executable, f"{ROOT}/tests/run_cases.py", "--programs", sys.argv[1],
+                         "/dev/stdin"], text=True, input=f"== {'x' * 198}\n= 1 getreg\n")
+    check(done.returncode, done.stderr, "is longer than 200 characters")
+
+
 def check_trees():
     with tempfile.TemporaryDirectory() as folder:
         tree = os.path.join(folder, "tree")
@@ -70,4 +76,5 @@ def check_trees():
 
 
 check_runs()
+check_long_line()
 check_trees()

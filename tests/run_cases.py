@@ -2,29 +2,7 @@
 """Runs the cases of tests/cases/*.cases against the built programs and compares what they print,
 their exit status, the requests that reached the adapter and the files they leave.
 
-A case file holds cases; a case holds a scenario and any number of runs against it:
-
-  # a comment
-  : NAME text                  {NAME} stands for this text in the later lines of the file
-  == title                     begins a case
-  @ sar-368.a8000              its scenario is this file of simulator/scenarios/; without it and
-  < OID ok 0:01                without these scenario lines the built-in one answers
-  % TZ=UTC                     environment of the next run
-  ^ C:\\tools\\my.tool.exe       the program's path (argv[0]) in the later runs of this case
-  = 1 sar get_sar_table        a run of wlanx that ends with status 1; "=eng 1 ..." runs wlanx-eng.
-                               Words are split as a shell does; {x*50} stands for x fifty times
-  > text                       a line that it prints after the banner
-  ~ text                       the same without a line end
-  ! OID 00*3 1f | OID "text"   its requests, each with the payload sent, as hex pairs, XX*N and
-                               "text"; if such a line stands, these are all
-  ! none                       it sends no request
-  = 1 getreg => text => OID 00 a whole run in one line: after the words what a ~ line and a ! line
-                               would have; it sends no request if the second "=>" is missing
-  + error.xml                  a file that it leaves; the > and ~ lines after it are its text, in
-                               which <time> stands for a timestamp
-  - out.xml                    a file that it must not leave
-
-In printed lines \\xHH, \\n, \\r, \\t and \\\\ stand for the byte.
+CONTRIBUTING.md says how a case is written.
 """
 
 import argparse

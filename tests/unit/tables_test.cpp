@@ -1,7 +1,6 @@
 // The fields of the wireless table, its rates, and the names of values.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>
@@ -91,34 +90,26 @@ TEST(Tables, WtblFieldsAreThoseOfTheDocument) {
   const std::vector<std::string> tables[] = {RowsOf(LmacWtblGroups), RowsOf(UmacWtblGroups)};
   std::ifstream file(Document);
   std::vector<std::string> documented, expected;
-  std::string text;
   size_t table = 0;
   for (std::string line; std::getline(file, line);) {
-    if (line.starts_with("| [")) {
-      documented.push_back(line);
-      continue;
-    }
-    text += line + "\n";
+    documented.push_back(line);
+    if (line.starts_with("| [")) continue;
+    expected.push_back(line);
     if (!line.starts_with("|---|---|---")) continue;
     ASSERT_LT(table, std::size(tables));
-    for (const std::string& row : tables[table]) text += row + "\n";
     expected.insert(expected.end(), tables[table].begin(), tables[table].end());
     table++;
   }
   ASSERT_EQ(table, std::size(tables)) << Document << " has to have a table for each part";
   if (getenv("UPDATE_DOCUMENTS") != nullptr) {
-    std::ofstream(Document) << text;
+    std::ofstream document(Document);
+    for (const std::string& line : expected) document << line << "\n";
     GTEST_SKIP() << Document << " is written anew";
   }
-  std::string differences;
-  for (const std::string& row : documented) {
-    if (!std::count(expected.begin(), expected.end(), row)) differences += "-" + row + "\n";
+  for (size_t i = 0; i < documented.size() && i < expected.size(); i++) {
+    ASSERT_EQ(documented[i], expected[i]) << Document << ":" << i + 1;
   }
-  for (const std::string& row : expected) {
-    if (!std::count(documented.begin(), documented.end(), row)) differences += "+" + row + "\n";
-  }
-  EXPECT_EQ(differences, "") << "docs/wtbl-fields.md (-) and the sources (+) differ";
-  EXPECT_TRUE(documented == expected) << "docs/wtbl-fields.md has another order than the sources";
+  EXPECT_EQ(documented.size(), expected.size()) << Document;
 }
 
 // Each rate whose text differs from that of the rate before it by more than the MCS.

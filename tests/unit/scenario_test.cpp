@@ -45,6 +45,11 @@ std::string Ask(Loaded* loaded, uint32_t oid, std::string payload) {
   return answer;
 }
 
+ScenarioError ErrorOf(const std::string& text) {
+  ScenarioSizes sizes = {};
+  return ParseScenario(text.data(), text.size(), nullptr, &sizes, nullptr);
+}
+
 TEST(ScenarioParser, RefusesWithLineAndReason) {
   const std::pair<const char*, std::vector<const char*>> cases[] = {
       {"outcome expected", {"open", "5", "5 # ok"}},
@@ -76,9 +81,7 @@ TEST(ScenarioParser, RefusesWithLineAndReason) {
       {"unknown statement", {"clos ok"}}};
   for (const auto& [what, statements] : cases) {
     for (const char* statement : statements) {
-      const std::string text = std::string("open ok\r\n\n") + statement;
-      ScenarioSizes sizes = {};
-      const ScenarioError error = ParseScenario(text.data(), text.size(), nullptr, &sizes, nullptr);
+      const ScenarioError error = ErrorOf(std::string("open ok\r\n\n") + statement);
       EXPECT_STREQ(error.what, what) << statement;
       EXPECT_EQ(error.line, 3U) << statement;
     }
@@ -86,12 +89,9 @@ TEST(ScenarioParser, RefusesWithLineAndReason) {
 }
 
 TEST(ScenarioParser, TakesAByteOrderMark) {
-  ScenarioSizes sizes = {};
-  for (const std::string mark : {"\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"}) {
-    const std::string text = mark + "5 ok";
-    const char* what = ParseScenario(text.data(), text.size(), nullptr, &sizes, nullptr).what;
-    EXPECT_STREQ(what, mark.size() == 3 ? nullptr : "text is UTF-16; save it as UTF-8");
-  }
+  EXPECT_EQ(ErrorOf("\xEF\xBB\xBF 5 ok").what, nullptr);
+  EXPECT_STREQ(ErrorOf("\xFF\xFE 5 ok").what, "text is UTF-16; save it as UTF-8");
+  EXPECT_STREQ(ErrorOf("\xFE\xFF 5 ok").what, "text is UTF-16; save it as UTF-8");
 }
 
 TEST(ScenarioParser, KeepsToItsLimits) {
@@ -109,11 +109,8 @@ TEST(ScenarioParser, KeepsToItsLimits) {
   for (const auto& limit : limits) {
     std::string text;
     for (uint32_t i = 0; i < limit.most; i++) text += limit.piece;
-    ScenarioSizes sizes = {};
-    EXPECT_EQ(ParseScenario(text.data(), text.size(), nullptr, &sizes, nullptr).what, nullptr);
-    text += limit.piece;
-    EXPECT_STREQ(ParseScenario(text.data(), text.size(), nullptr, &sizes, nullptr).what,
-                 limit.what);
+    EXPECT_EQ(ErrorOf(text).what, nullptr);
+    EXPECT_STREQ(ErrorOf(text + limit.piece).what, limit.what);
   }
 }
 

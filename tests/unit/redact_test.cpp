@@ -4,10 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "app/console/print.h"
+#include "simulator/adapter.h"
 #include "simulator/builtin_scenario.h"
 #include "simulator/redact/payload_rows.h"
 #include "simulator/redact/redact.h"
-#include "simulator/trace.h"
 
 namespace {
 
@@ -22,13 +23,22 @@ std::string Hex(const std::string& bytes) {
   return hex;
 }
 
+// The bytes of the hex digits at `at`.
+std::string Bytes(const std::string& text, size_t at) {
+  std::string bytes;
+  for (; at + 1 < text.size() && isxdigit(static_cast<unsigned char>(text[at])) != 0; at += 2) {
+    bytes += static_cast<char>(std::stoi(text.substr(at, 2), nullptr, 16));
+  }
+  return bytes;
+}
+
 std::string Wide(const std::string& text) {
   std::string wide;
   for (const char character : text) wide += {character, 0};
   return wide;
 }
 
-// The report, then what was left out.
+// The report, followed by the counts of what was left out; or the error.
 std::string Redact(const Texts& texts, const Texts& words = {}, bool keepTexts = false) {
   const auto views = [](const Texts& strings) {
     std::vector<TextView> list;
@@ -133,7 +143,7 @@ TEST(Redact, RefusesWhatNoTraceHolds) {
   }
 }
 
-// The text of the one line that a trace of `get_wfd` and a few values makes.
+// What becomes of the text if it is the answer to `get_wfd` in a trace that tells a few values.
 std::string Kept(const std::string& text, const Texts& words) {
   const std::string trace = Line("0xFFFCF016", 68, "00000000" + Hex("Home-5G"), "") +
                             Line("0xFFFCF016", 68, "00000000" + Hex("Caf\xC3\xA9"), "") +
@@ -141,11 +151,7 @@ std::string Kept(const std::string& text, const Texts& words) {
                             Line("0xFFFCF105", 8, "", "b20d4009ce05") +
                             Line("0xFFFCF001", 8, "", "00000000ef0d0a00");
   const std::string report = Redact({trace + Line("0xFFFCF102", 4096, "", Hex(text))}, words, true);
-  std::string bytes;
-  for (size_t i = report.rfind(" 0:") + 3; report[i] != ' ' && bytes.size() < text.size(); i += 2) {
-    bytes += static_cast<char>(std::stoi(report.substr(i, 2), nullptr, 16));
-  }
-  return bytes;
+  return Bytes(report, report.rfind(" 0:") + 3).substr(0, text.size());
 }
 
 TEST(Redact, ReplacesEveryFormOfAKnownValueInTextsThatStay) {
@@ -163,7 +169,7 @@ TEST(Redact, ReplacesEveryFormOfAKnownValueInTextsThatStay) {
   for (const auto& [text, expected] : cases) EXPECT_EQ(Kept(text, {"secret 123"}), expected);
 }
 
-// What a search in whatever case, with or without separators, in 8 or 16 bits would find.
+// Letters and digits only, in lower case: separators, zeros of 16-bit texts and case are gone.
 std::string Shape(const std::string& bytes) {
   std::string shape;
   for (const char byte : bytes) {
@@ -175,11 +181,7 @@ std::string Shape(const std::string& bytes) {
 void ExpectNothingOf(const std::string& report, const Texts& values) {
   std::string bytes;
   for (size_t i = 0; i + 1 < report.size(); i++) {
-    if (report[i] != ':') continue;
-    for (size_t at = i + 1; at + 1 < report.size() && report[at] != ' ' && report[at] != '\n';
-         at += 2) {
-      bytes += static_cast<char>(std::stoi(report.substr(at, 2), nullptr, 16));
-    }
+    if (report[i] == ':') bytes += Bytes(report, i + 1);
   }
   for (const std::string& value : values) {
     EXPECT_EQ(bytes.find(value), std::string::npos) << Hex(value);
@@ -188,15 +190,8 @@ void ExpectNothingOf(const std::string& report, const Texts& values) {
   }
 }
 
-bool Append(void* context, const char* bytes, uint32_t size) {
-  static_cast<std::string*>(context)->append(bytes, size);
-  return true;
-}
-
-void Keep(void* /*context*/, LineEnd /*end*/) {}
-
-// Every rule of the built-in scenario is asked, and every stretch of its answer that is not kept
-// holds all that is private, in many forms.
+// The built-in scenario answers every request. Each part of an answer that is not kept then holds
+// all that is private, in many forms.
 TEST(Redact, TellsNothingOfAWholeConversation) {
   const std::string address = "\xB2\x0D\x40\x09\xCE\x05";
   const std::string number = "\xEF\xBE\xAD\x3A";
@@ -209,8 +204,6 @@ TEST(Redact, TellsNothingOfAWholeConversation) {
   static Adapter adapter;
   std::vector<uint32_t> served(BuiltinScenario.ruleCount);
   AdapterStart(&adapter, &BuiltinScenario, served.data());
-  Trace trace;
-  TraceStart(&trace, {Append, Keep, &conversation});
   uint32_t asked = 0;
   for (const PayloadRow& row : PayloadRows) {
     std::string sent(row.length == AnyLength ? 16 : row.length, 0);
@@ -232,8 +225,9 @@ TEST(Redact, TellsNothingOfAWholeConversation) {
       planted.resize(stretch.size);
       answered.replace(stretch.offset, stretch.size, planted);
     }
-    TraceRequest(&trace, row.oid, reinterpret_cast<const uint8_t*>(sent.data()), length);
-    TraceAnswer(&trace, &result, bytes, length);
+    char oid[11];
+    BoundedPrintf(oid, sizeof(oid), "0x%08X", row.oid);
+    conversation += Line(oid, length, Hex(sent), Hex(answered));
   }
   EXPECT_GT(asked, 60U);
   ExpectNothingOf(Redact({conversation}, {"secret123"}), values);

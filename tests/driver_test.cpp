@@ -1,10 +1,10 @@
 // driver_test: calls the running driver as no tool does, and checks what comes back.
-// driver_test fill: sends as many requests as a trace has no room for.
-// driver_test device|requests|service: sends one request, or many; or opens the driver's service.
-//   Says how that went and waits to be killed.
+// driver_test fill: sends more requests than a trace has room for.
+// driver_test device|requests|service: sends one request, or requests without end, or opens the
+//   driver's service. Prints the error code of the first step and waits to be killed.
 #include <windows.h>
 #include <winioctl.h>
-// Needs what stands before it.
+// Needs the headers above.
 #include <ntddndis.h>
 
 #include <cstdint>
@@ -163,7 +163,8 @@ void CheckControl(Driver* driver) {
   Check(driver, Call(control, ControlQueryStatus, nullptr, 0, bytes, 27).error == 122, "short");
 }
 
-// Holds the open device, or the service's handle, until it is killed, or is killed in a request.
+// Opens the device or the service, prints the error code and waits to be killed. After `requests`
+// it is killed in one of them.
 int Hold(const char* what) {
   static uint8_t payload[1 << 20];
   const bool requests = strcmp(what, "requests") == 0;

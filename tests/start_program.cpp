@@ -51,7 +51,7 @@ void StopAt(Program* program, DWORD64 address) {
   WriteByte(program, Breakpoint);
 }
 
-// Lets the function at whose first instruction the program stands return at once.
+// The program has stopped at the first instruction of a function, which is made to return at once.
 void Return(CONTEXT* context, DWORD64 caller, DWORD64 value) {
   context->Rip = caller;
   context->Rsp += sizeof(caller);
@@ -68,7 +68,7 @@ void Fail(const Program* program, CONTEXT* context, DWORD64 caller, const char* 
   Return(context, caller, failureValue);
 }
 
-// Takes the byte at the stop back, and does what is to be done there.
+// Restores the byte at the stop, and does what this stage needs.
 void TakeStop(Program* program) {
   CONTEXT context = {};
   context.ContextFlags = CONTEXT_FULL;
@@ -91,7 +91,7 @@ void TakeStop(Program* program) {
   } else if (context.Rcx == program->device) {
     Fail(program, &context, caller, program->closeOutcome, 0);
   } else {
-    // Another handle is closed in the program's stead, and the stop stays.
+    // This is another handle. It is closed for the program, and the stop stays.
     DuplicateHandle(program->process, reinterpret_cast<HANDLE>(context.Rcx), nullptr, nullptr, 0,
                     FALSE, DUPLICATE_CLOSE_SOURCE);
     Return(&context, caller, 1);
@@ -104,7 +104,7 @@ void TakeStop(Program* program) {
 DWORD TakeException(Program* program, const EXCEPTION_RECORD* exception) {
   if (exception->ExceptionCode != EXCEPTION_BREAKPOINT) return DBG_EXCEPTION_NOT_HANDLED;
   if (program->stage == Stage::Start) {
-    // A debugged process reaches a breakpoint of the system's when its libraries are there.
+    // The system stops a debugged process once, after its libraries have been loaded.
     program->stage = Stage::Opening;
     StopAt(program, KernelFunction("CreateFileA"));
   } else if (exception->ExceptionAddress == reinterpret_cast<void*>(program->stop)) {

@@ -271,9 +271,9 @@ def request_differences(expected, sent):
         if wanted != got:
             text += (f"request {number} expected: {notation(wanted) if wanted else 'none'}\n"
                      f"request {number} sent:     {notation(got) if got else 'none'}\n")
-        if wanted != got and None not in pair and wanted[0] == got[0]:
-            both = len(os.path.commonprefix([wanted[1], got[1]]))
-            text += f"  the first difference is at offset {both}\n"
+            if None not in pair and wanted[0] == got[0]:
+                both = len(os.path.commonprefix([wanted[1], got[1]]))
+                text += f"  the first difference is at offset {both}\n"
     return text
 
 

@@ -10,13 +10,13 @@ import os
 import re
 import shlex
 import shutil
-import subprocess
 import sys
 import tempfile
 import unittest
 
 import jsonschema
 
+import programs
 import run_cases
 from run_cases import ROOT, STARTER
 
@@ -48,8 +48,8 @@ def convert(*arguments, data=None, folder=None, environment=None, program=None):
     """The object that is printed, after the checks that every one has to pass."""
     path = program or os.path.join(PROGRAMS, "wlanx-json")
     command = [*STARTER, path + ".exe"] if os.path.exists(path + ".exe") else [path]
-    done = subprocess.run([*command, *arguments], input=data, capture_output=True, cwd=folder,
-                          env={**os.environ, **(environment or {})}, timeout=60)
+    done = programs.run_printing([*command, *arguments], input=data, cwd=folder,
+                                 env={**os.environ, **(environment or {})})
     if done.returncode == 2:
         return done.stderr.decode()
     assert done.stdout.isascii() and done.stdout.count(b"\n") == 1, done
@@ -148,7 +148,7 @@ class Cases(unittest.TestCase):
 
     def test_listing(self):
         for edition in ("wlanx", "wlanx-eng"):
-            printed = subprocess.run([f"{PROGRAMS}/{edition}"], capture_output=True).stdout
+            printed = programs.run([f"{PROGRAMS}/{edition}"]).stdout
             listing = saved([], 1, printed, banner=b"")
             self.check(listing, "", 1)
             text, commands = printed.decode().split("Available parameters\n")[1], listing["values"]["commands"]

@@ -49,6 +49,16 @@ def run(words, seconds=SECONDS, input=None, **more):
     return subprocess.CompletedProcess(words, process.returncode, output, errors)
 
 
+def run_printing(words, **more):
+    """As run, for a program that prints something. Of a thousand programs Wine fails to start one
+    or two, which then print nothing: they are started again."""
+    for _ in range(5):
+        done = run(words, **more)
+        if done.stdout or done.stderr:
+            break
+    return done
+
+
 def read_line(process, seconds=SECONDS):
     """The next line of a program's output; empty if it has ended or took too long."""
     timer = threading.Timer(seconds, end, [process])

@@ -213,11 +213,7 @@ class WindowsHost:
         environment = {**os.environ, **run.environment, "A8000_TRACE": "../recorded"}
         zone = environment.get("TZ", "")
         environment["TZ"] = self.zones.get(zone, zone)
-        for _ in range(5):
-            done = programs.run([*STARTER, *program, *run.words], cwd=work, env=environment)
-            # Of a thousand programs Wine fails to start one or two; one that runs prints something.
-            if done.stdout or done.stderr:
-                break
+        done = programs.run_printing([*STARTER, *program, *run.words], cwd=work, env=environment)
         errors = done.stderr + self.ask("trace trace").encode()
         return done.stdout, errors, done.returncode, open(trace, "rb").read()
 

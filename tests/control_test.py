@@ -45,7 +45,7 @@ def expect(words, output="", errors=""):
 
 def services(*words):
     """The system's own control of services. Returns its status."""
-    return programs.run_printing([*STARTER, "sc.exe", *words]).returncode
+    return programs.run_reliably([*STARTER, "sc.exe", *words]).returncode
 
 
 def hold(what):

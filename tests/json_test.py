@@ -48,7 +48,7 @@ def convert(*arguments, data=None, folder=None, environment=None, program=None):
     """The object that is printed, after the checks that every one has to pass."""
     path = program or os.path.join(PROGRAMS, "wlanx-json")
     command = [*STARTER, path + ".exe"] if os.path.exists(path + ".exe") else [path]
-    done = programs.run_printing([*command, *arguments], input=data, cwd=folder,
+    done = programs.run_reliably([*command, *arguments], input=data, cwd=folder,
                                  env={**os.environ, **(environment or {})})
     if done.returncode == 2:
         return done.stderr.decode()

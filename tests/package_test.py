@@ -65,13 +65,13 @@ def check_texts(folder, edition):
 
 
 def run_in(folder, line):
-    printed = programs.run_printing([*STARTER, "cmd", "/c", line + " 2>&1"], cwd=folder).stdout
+    printed = programs.run_reliably([*STARTER, "cmd", "/c", line + " 2>&1"], cwd=folder).stdout
     return re.sub(rb"[\x80-\xFF]", lambda m: b"\\x%02X" % ord(m[0]), printed).decode().replace("\r", "")
 
 
 def insist(check, *arguments):
     """Calls a check, which returns what is wrong, up to three times: among the programs that cmd
-    starts may be one that Wine fails to start, as programs.run_printing says."""
+    starts may be one that Wine fails to start, as programs.run_reliably says."""
     for _ in range(3):
         problem = check(*arguments)
         if not problem:

@@ -213,7 +213,7 @@ class WindowsHost:
         environment = {**os.environ, **run.environment, "A8000_TRACE": "../recorded"}
         zone = environment.get("TZ", "")
         environment["TZ"] = self.zones.get(zone, zone)
-        done = programs.run_printing([*STARTER, *program, *run.words], cwd=work, env=environment)
+        done = programs.run_reliably([*STARTER, *program, *run.words], cwd=work, env=environment)
         errors = done.stderr + self.ask("trace trace").encode()
         return done.stdout, errors, done.returncode, open(trace, "rb").read()
 

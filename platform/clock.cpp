@@ -29,8 +29,12 @@ int64_t CurrentTime() {
 CalendarTime LocalCalendarTime(int64_t seconds) {
   tm fields = {};
   if (seconds < 0 || seconds > LastSecond || !BreakDown(seconds, &fields)) {
-    return {1899, 0, -1, -1, -1, -1};
+    return {.year = 1899, .month = 0, .day = -1, .hour = -1, .minute = -1, .second = -1};
   }
-  return {fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday,
-          fields.tm_hour,        fields.tm_min,     fields.tm_sec};
+  return {.year = fields.tm_year + 1900,
+          .month = fields.tm_mon + 1,
+          .day = fields.tm_mday,
+          .hour = fields.tm_hour,
+          .minute = fields.tm_min,
+          .second = fields.tm_sec};
 }

@@ -41,8 +41,11 @@ constexpr BuiltinRecords ParseBuiltin() {
   BuiltinRecords records = {};
   ScenarioSizes sizes = {};
   Scenario scenario = {};
-  const ScenarioMemory memory = {records.rules, records.patches, records.bytes, records.registers,
-                                 Counted.sizes};
+  const ScenarioMemory memory = {.rules = records.rules,
+                                 .patches = records.patches,
+                                 .bytes = records.bytes,
+                                 .registers = records.registers,
+                                 .capacity = Counted.sizes};
   ParseScenario(BuiltinScenarioText, TextSize, &memory, &sizes, &scenario);
   records.open = scenario.open;
   records.close = scenario.close;
@@ -54,6 +57,12 @@ constexpr BuiltinRecords Records = ParseBuiltin();
 }  // namespace
 
 constexpr Scenario BuiltinScenario = {
-    Records.open,    Records.close, Records.rules,     Counted.sizes.rules,
-    Records.patches, Records.bytes, Records.registers, Counted.sizes.registers,
+    .open = Records.open,
+    .close = Records.close,
+    .rules = Records.rules,
+    .ruleCount = Counted.sizes.rules,
+    .patches = Records.patches,
+    .bytes = Records.bytes,
+    .registers = Records.registers,
+    .registerCount = Counted.sizes.registers,
 };

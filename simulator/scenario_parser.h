@@ -399,8 +399,14 @@ constexpr ScenarioError ParseScenario(const char* text, uint64_t size, const Sce
 
   *sizes = parse.used;
   if (memory != nullptr) {
-    *scenario = {parse.open,      parse.close,   memory->rules,     parse.used.rules,
-                 memory->patches, memory->bytes, memory->registers, parse.used.registers};
+    *scenario = {.open = parse.open,
+                 .close = parse.close,
+                 .rules = memory->rules,
+                 .ruleCount = parse.used.rules,
+                 .patches = memory->patches,
+                 .bytes = memory->bytes,
+                 .registers = memory->registers,
+                 .registerCount = parse.used.registers};
   }
   return {};
 }

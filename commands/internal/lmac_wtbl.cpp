@@ -257,18 +257,20 @@ constexpr WtblWordGroups LmacWtblGroups = {
         {2, 2, "  >> force BA256"},
         {3, 3, "  >> Reserved"}},
        "BA mode."},
-      {"PFMU_index [08]DW3[15:08] = ",
-       {3, 15, 8},
-       ProfileTexts,
-       "Profile Management Unit index. For beamforming unit to indicate the profile ID. WTBL "
-       "indicates a hit event to BF when TEBF | TEBF_VHT | TEBF_HE = 1.",
-       ""},
-      {"ULPF_index [08]DW3[23:16] = ",
-       {3, 23, 16},
-       ProfileTexts,
-       "Index for UL profile that saves the channel profile when receiving a HE-SU PPDU. HW uses "
-       "it to calculate different group's UL-MU-MIMO initial MCS before engrouping.",
-       ""},
+      {.header = "PFMU_index [08]DW3[15:08] = ",
+       .bits = {3, 15, 8},
+       .texts = ProfileTexts,
+       .explanation =
+           "Profile Management Unit index. For beamforming unit to indicate the profile ID. WTBL "
+           "indicates a hit event to BF when TEBF | TEBF_VHT | TEBF_HE = 1.",
+       .number = ""},
+      {.header = "ULPF_index [08]DW3[23:16] = ",
+       .bits = {3, 23, 16},
+       .texts = ProfileTexts,
+       .explanation =
+           "Index for UL profile that saves the channel profile when receiving a HE-SU PPDU. HW "
+           "uses it to calculate different group's UL-MU-MIMO initial MCS before engrouping.",
+       .number = ""},
       {"RIBF [01]DW3[24:24] = ",
        {3, 24, 24},
        {{1, 1, "  >> Update ibf profile"}, {0, 0, "  >> do nothing"}},
@@ -378,12 +380,12 @@ constexpr WtblWordGroups LmacWtblGroups = {
        {{0, 7, "  >> offset %d."}},
        "SR rate offset. Indicate SR rate offset in SR period."},
       // Always shown as 0, also if the bit is set.
-      {"SRabort (HE) [01]DW5[15:15] = ",
-       {5, 15, 15},
-       {{0, 1, "  >> not abort."}},
-       "Spatial Reuse abort. TX should abort this peer\xA1\xA6s traffic when detecting the event "
-       "of spatial reuse.",
-       "0x0"},
+      {.header = "SRabort (HE) [01]DW5[15:15] = ",
+       .bits = {5, 15, 15},
+       .texts = {{0, 1, "  >> not abort."}},
+       .explanation = "Spatial Reuse abort. TX should abort this peer\xA1\xA6s traffic when "
+                      "detecting the event of spatial reuse.",
+       .number = "0x0"},
       {"TX Power Offset [06]DW5[21:16] = ",
        {5, 21, 16},
        {},

@@ -18,18 +18,18 @@ enum TxMode : uint32_t {
 };
 
 struct FixedRateParam {
-  uint32_t u4Mode;      // TxMode
-  uint32_t u4Bw;        // 0 20 MHz, 1 40 MHz, 2 80 MHz, 3 160 MHz
-  uint32_t u4Mcs;       // rate index, below the mode's limit
-  uint32_t u4VhtNss;    // spatial streams, VHT and HE only
-  uint32_t u4GI;        // HE: 0 0.8 us, 1 1.6 us, 2 3.2 us; others: 0 long, else short
-  uint32_t u4Preamble;  // CCK: 0 long, else short
-  uint32_t u4STBC;      // 0 off, else on
-  uint32_t u4LDPC;      // 0 BCC, else LDPC
-  uint32_t u4SpeEn;     // 0 off, else one transmit chain is duplicated to two
-  uint32_t u4HeLTF;     // HE training field: 0 1X, 1 2X, 2 4X
-  uint32_t u4HeErDCM;   // HE extended range: dual carrier modulation, 0 off, else on
-  uint32_t u4HeEr106t;  // HE extended range: 106-tone resource unit, 0 off, else on
+  uint32_t u4Mode = 0;      // TxMode
+  uint32_t u4Bw = 0;        // 0 20 MHz, 1 40 MHz, 2 80 MHz, 3 160 MHz
+  uint32_t u4Mcs = 0;       // rate index, below the mode's limit
+  uint32_t u4VhtNss = 0;    // spatial streams, VHT and HE only
+  uint32_t u4GI = 0;        // HE: 0 0.8 us, 1 1.6 us, 2 3.2 us; others: 0 long, else short
+  uint32_t u4Preamble = 0;  // CCK: 0 long, else short
+  uint32_t u4STBC = 0;      // 0 off, else on
+  uint32_t u4LDPC = 0;      // 0 BCC, else LDPC
+  uint32_t u4SpeEn = 0;     // 0 off, else one transmit chain is duplicated to two
+  uint32_t u4HeLTF = 0;     // HE training field: 0 1X, 1 2X, 2 4X
+  uint32_t u4HeErDCM = 0;   // HE extended range: dual carrier modulation, 0 off, else on
+  uint32_t u4HeEr106t = 0;  // HE extended range: 106-tone resource unit, 0 off, else on
 };
 
 // Returns 1 when the mode allows the training field with the guard interval, else 0. Modes other

@@ -43,7 +43,8 @@ uint32_t Add(KnownValues* known, ValueKind kind, const uint8_t* value, uint32_t 
     return 0;
   }
   memcpy(known->bytes + known->usedBytes, value, length);
-  known->values[known->count] = {kind, length, known->usedBytes, number, 0};
+  known->values[known->count] = {
+      .kind = kind, .length = length, .start = known->usedBytes, .number = number, .places = 0};
   known->usedBytes += length;
   return *slot = known->count++;
 }

@@ -381,7 +381,11 @@ Redaction RedactTraces(const TextView* texts, uint32_t count, const TextView* wo
   redactor.room = size < MaxScenarioBytes / 16 ? 8 * size + TraceChunkBytes : MaxScenarioBytes;
   redactor.line = static_cast<char*>(malloc(longest + 16));
   auto* bytes = static_cast<uint8_t*>(malloc(size_t{2} * longest + 1));
-  redactor.memory = {redactor.rules, redactor.patches, bytes, nullptr, {1, 2, 2 * longest, 0}};
+  redactor.memory = {.rules = redactor.rules,
+                     .patches = redactor.patches,
+                     .bytes = bytes,
+                     .registers = nullptr,
+                     .capacity = {1, 2, 2 * longest, 0}};
   redaction.report = static_cast<char*>(malloc(redactor.room));
   if (StartKnownValues(&redaction.known, size) && bytes != nullptr && redactor.line != nullptr &&
       redaction.report != nullptr) {

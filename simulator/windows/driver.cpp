@@ -192,18 +192,22 @@ static_assert(sizeof(AdministratorsOnly) == 72);
 
 bool RestrictToAdministrators(DEVICE_OBJECT* device) {
   static const AdministratorsOnly descriptor = {
-      SECURITY_DESCRIPTOR_REVISION,
-      0,
-      SE_SELF_RELATIVE | SE_DACL_PROTECTED | SE_DACL_PRESENT,
-      0,
-      0,
-      0,
-      offsetof(AdministratorsOnly, header),
-      {ACL_REVISION, 0, sizeof(AdministratorsOnly) - offsetof(AdministratorsOnly, header), 2, 0},
-      {0, 0, 20, FILE_ALL_ACCESS},
-      {1, 1, 0, 0, 0, 0, 0, 5, 18},  // S-1-5-18
-      {0, 0, 24, FILE_ALL_ACCESS},
-      {1, 2, 0, 0, 0, 0, 0, 5, 32, 0, 0, 0, 0x20, 2},  // S-1-5-32-544
+      .revision = SECURITY_DESCRIPTOR_REVISION,
+      .reserved = 0,
+      .control = SE_SELF_RELATIVE | SE_DACL_PROTECTED | SE_DACL_PRESENT,
+      .owner = 0,
+      .group = 0,
+      .systemList = 0,
+      .list = offsetof(AdministratorsOnly, header),
+      .header = {.AclRevision = ACL_REVISION,
+                 .Sbz1 = 0,
+                 .AclSize = sizeof(AdministratorsOnly) - offsetof(AdministratorsOnly, header),
+                 .AceCount = 2,
+                 .Sbz2 = 0},
+      .system = {0, 0, 20, FILE_ALL_ACCESS},
+      .systemId = {1, 1, 0, 0, 0, 0, 0, 5, 18},  // S-1-5-18
+      .administrators = {0, 0, 24, FILE_ALL_ACCESS},
+      .administratorsId = {1, 2, 0, 0, 0, 0, 0, 5, 32, 0, 0, 0, 0x20, 2},  // S-1-5-32-544
   };
   HANDLE handle = nullptr;
   if (!NT_SUCCESS(ObOpenObjectByPointer(device, OBJ_KERNEL_HANDLE, nullptr, WRITE_DAC, nullptr,

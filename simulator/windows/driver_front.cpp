@@ -123,9 +123,15 @@ FrontReply Fetch(const DriverFront* front, void* buffer, uint32_t inputLength,
 FrontReply QueryStatus(const DriverFront* front, void* buffer, uint32_t outputLength) {
   if (outputLength < sizeof(SimulatorStatus)) return Refusal(ErrorInsufficientBuffer);
   const Scenario* scenario = front->adapter.scenario;
-  SimulatorStatus status = {front->builtin ? 1U : 0U, scenario->ruleCount, scenario->registerCount,
-                            front->requests,          front->opened,       front->trace.bytes,
-                            front->trace.leftOut,     front->loads,        {}};
+  SimulatorStatus status = {.builtin = front->builtin ? 1U : 0U,
+                            .rules = scenario->ruleCount,
+                            .registers = scenario->registerCount,
+                            .requests = front->requests,
+                            .opened = front->opened,
+                            .traceBytes = front->trace.bytes,
+                            .leftOut = front->trace.leftOut,
+                            .loads = front->loads,
+                            .name = {}};
   memcpy(status.name, front->name, sizeof(status.name));
   memcpy(buffer, &status, sizeof(status));
   return {0, sizeof(status), false};

@@ -15,22 +15,25 @@ TEST(FixedRate, KnownWords) {
   struct {
     FixedRateParam param;
     uint32_t word;
-  } rates[] = {{{2, 0, 7, 1, 1, 0, 0, 0, 0, 0, 0, 0}, 0xC0000087},
-               {{1, 0, 7, 1, 0, 0, 0, 0, 0, 0, 0, 0}, 0x8000004C},
-               {{0, 0, 3, 1, 0, 1, 0, 0, 0, 0, 0, 0}, 0x80000007},
-               {{4, 2, 9, 2, 1, 0, 0, 1, 0, 0, 0, 0}, 0xE8000309},
-               {{2, 0, 15, 2, 1, 0, 1, 0, 0, 0, 0, 0}, 0xC0000A8F},
-               {{8, 1, 11, 2, 1, 0, 0, 1, 0, 1, 0, 0}, 0xA482920B},
-               {{9, 0, 0, 1, 0, 0, 0, 0, 0, 0, 2, 3}, 0x80800257},
-               {{8, 0, 0, 1, 0, 0, 0, 0, 0, 0, 1, 1}, 0x80800200},
-               {{8, 0, 0, 0, 0, 0, 0, 0, 0, 2, 0, 0}, 0x80817200},
-               {{4, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}, 0x80000700},
-               {{4, 0, 0, 1, 0, 0, 1, 0, 0, 0, 0, 0}, 0x80000B00},
-               {{3, 3, 7, 0, 2, 0, 2, 2, 2, 0, 0, 0}, 0xFC000AC7},
-               {{2, 1, 32, 0, 0, 0, 1, 0, 0, 0, 0, 0}, 0x840008A0},
-               {{2, 0, 16, 0, 0, 0, 1, 0, 0, 0, 0, 0}, 0x80000C90},
-               {{5, 0, 1, 3, 0, 0, 1, 0, 1, 0, 0, 0}, 0x90000941},
-               {{0, 0, 3, 0, 0, 2, 1, 0, 0, 0, 0, 0}, 0x80000807}};
+  } rates[] = {
+      {{.u4Mode = 2, .u4Mcs = 7, .u4VhtNss = 1, .u4GI = 1}, 0xC0000087},
+      {{.u4Mode = 1, .u4Mcs = 7, .u4VhtNss = 1}, 0x8000004C},
+      {{.u4Mcs = 3, .u4VhtNss = 1, .u4Preamble = 1}, 0x80000007},
+      {{.u4Mode = 4, .u4Bw = 2, .u4Mcs = 9, .u4VhtNss = 2, .u4GI = 1, .u4LDPC = 1}, 0xE8000309},
+      {{.u4Mode = 2, .u4Mcs = 15, .u4VhtNss = 2, .u4GI = 1, .u4STBC = 1}, 0xC0000A8F},
+      {{.u4Mode = 8, .u4Bw = 1, .u4Mcs = 11, .u4VhtNss = 2, .u4GI = 1, .u4LDPC = 1, .u4HeLTF = 1},
+       0xA482920B},
+      {{.u4Mode = 9, .u4VhtNss = 1, .u4HeErDCM = 2, .u4HeEr106t = 3}, 0x80800257},
+      {{.u4Mode = 8, .u4VhtNss = 1, .u4HeErDCM = 1, .u4HeEr106t = 1}, 0x80800200},
+      {{.u4Mode = 8, .u4HeLTF = 2}, 0x80817200},
+      {{.u4Mode = 4}, 0x80000700},
+      {{.u4Mode = 4, .u4VhtNss = 1, .u4STBC = 1}, 0x80000B00},
+      {{.u4Mode = 3, .u4Bw = 3, .u4Mcs = 7, .u4GI = 2, .u4STBC = 2, .u4LDPC = 2, .u4SpeEn = 2},
+       0xFC000AC7},
+      {{.u4Mode = 2, .u4Bw = 1, .u4Mcs = 32, .u4STBC = 1}, 0x840008A0},
+      {{.u4Mode = 2, .u4Mcs = 16, .u4STBC = 1}, 0x80000C90},
+      {{.u4Mode = 5, .u4Mcs = 1, .u4VhtNss = 3, .u4STBC = 1, .u4SpeEn = 1}, 0x90000941},
+      {{.u4Mcs = 3, .u4Preamble = 2, .u4STBC = 1}, 0x80000807}};
   for (const auto& rate : rates) {
     uint32_t word = Untouched;
     EXPECT_EQ(nicSetFixedRateData(rate.param, &word), 1);
@@ -43,7 +46,7 @@ TEST(FixedRate, EveryModeHasItsLimitAndItsBits) {
   for (uint32_t mode = 0; mode < std::size(Limits); mode++) {
     for (uint32_t mcs = 0; mcs < 35; mcs++) {
       uint32_t word = Untouched;
-      const FixedRateParam param = {mode, 3, mcs, 3, 0, 0, 0, 0, 0, 0, 0, 0};
+      const FixedRateParam param = {.u4Mode = mode, .u4Bw = 3, .u4Mcs = mcs, .u4VhtNss = 3};
       ASSERT_EQ(nicSetFixedRateData(param, &word) == 1, mcs < Limits[mode]) << mode << " " << mcs;
       if (mcs >= Limits[mode]) {
         EXPECT_EQ(word, Untouched);
@@ -64,12 +67,12 @@ TEST(FixedRate, WhatIsWrong) {
     FixedRateParam param;
     const char* text;
   } rates[] = {
-      {{0, 4, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}, "Error: Wrong BW! BW20=0, BW40=1, BW80=2,BW160=3\n"},
-      {{12, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0},
+      {{.u4Bw = 4}, "Error: Wrong BW! BW20=0, BW40=1, BW80=2,BW160=3\n"},
+      {{.u4Mode = 12, .u4VhtNss = 1},
        "Error: Wrong TxMode! CCK=0, OFDM=1, HT=2, GF=3, VHT=4"
        "Error: HE_SU=8, HE_ER_SU=9, HE_TRIG=10, HE_MU=11\n"},
-      {{0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0}, "Error: SP but MCS=0!\n"},
-      {{8, 0, 99, 1, 3, 0, 0, 0, 0, 0, 0, 0},
+      {{.u4Preamble = 1}, "Error: SP but MCS=0!\n"},
+      {{.u4Mode = 8, .u4Mcs = 99, .u4VhtNss = 1, .u4GI = 3},
        "Error: Wrong HE GI! SGI=0, MGI=1, LGI=2\nError: HE_SU mode but wrong MCS(=99)!\n"},
   };
   uint32_t word = Untouched;
@@ -84,7 +87,7 @@ TEST(FixedRate, WhatIsWrong) {
                          "N/A", "N/A",  "HE_SU", "HE_ER", "HE_TRIG", "HE_MU"};
   for (uint32_t mode = 0; mode < 12; mode++) {
     testing::internal::CaptureStdout();
-    EXPECT_EQ(nicSetFixedRateData({mode, 0, 33, 1, 0, 0, 0, 0, 0, 0, 0, 0}, &word), 0);
+    EXPECT_EQ(nicSetFixedRateData({.u4Mode = mode, .u4Mcs = 33, .u4VhtNss = 1}, &word), 0);
     ConsoleFlush();
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
               std::string("Error: ") + names[mode] + " mode but wrong MCS(=33)!\n");
@@ -98,7 +101,8 @@ TEST(FixedRate, HeTrainingFieldAndGuardInterval) {
   for (uint32_t pair = 0; pair < 16; pair++) {
     for (uint32_t mode = 0; mode < 14; mode++) {
       const bool expected = mode < 8 || (mode < 12 && allowed[pair][mode - 8] == 'y');
-      const FixedRateParam param = {mode, 0, 0, 1, pair % 4, 0, 0, 0, 0, pair / 4, 0, 0};
+      const FixedRateParam param = {
+          .u4Mode = mode, .u4VhtNss = 1, .u4GI = pair % 4, .u4HeLTF = pair / 4};
       EXPECT_EQ(nicRateHeLtfCheckGi(param) == 1, expected) << mode << " " << pair;
     }
   }

@@ -2,10 +2,9 @@
 
 #include <cstring>
 
-namespace {
+#include "channel/oid.h"
 
-constexpr uint32_t OidReadRegister = 0xFFFCF001;
-constexpr uint32_t OidWriteRegister = 0xFFFCF002;
+namespace {
 
 constexpr CallResult Success = {Outcome::Succeeds, 0};
 

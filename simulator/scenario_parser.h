@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "app/console/digit.h"
 #include "simulator/scenario.h"
 
 struct ScenarioParse {
@@ -62,17 +63,24 @@ constexpr bool TakeWord(ScenarioParse* parse, const char* word) {
   return false;
 }
 
-// The value of a hex digit, -1 for any other character.
-constexpr int NibbleValue(char character) {
-  if (character >= '0' && character <= '9') return character - '0';
-  if (character >= 'a' && character <= 'f') return character - 'a' + 10;
-  if (character >= 'A' && character <= 'F') return character - 'A' + 10;
-  return -1;
+// The value of the hex digit at a position of the line, 16 if there is none.
+constexpr unsigned HexDigitAt(const ScenarioParse* parse, uint32_t position) {
+  return position < parse->lineEnd ? DigitValue(parse->text[position]) : 16;
 }
 
-// The value of the hex digit at a position of the line, -1 if there is none.
-constexpr int HexDigitAt(const ScenarioParse* parse, uint32_t position) {
-  return position < parse->lineEnd ? NibbleValue(parse->text[position]) : -1;
+// Takes two hex digits. Returns false if they are not there.
+constexpr bool TakeHexByte(ScenarioParse* parse, uint8_t* byte) {
+  const unsigned high = HexDigitAt(parse, parse->position);
+  const unsigned low = high < 16 ? HexDigitAt(parse, parse->position + 1) : 16;
+  if (low == 16) return false;
+  parse->position += 2;
+  *byte = static_cast<uint8_t>(high * 16 + low);
+  return true;
+}
+
+// Whether a number begins at the current position.
+constexpr bool AtNumber(const ScenarioParse* parse) {
+  return HexDigitAt(parse, parse->position) < 10;
 }
 
 // Takes a decimal number, or a hexadecimal one after 0x, not above `limit`.
@@ -81,11 +89,10 @@ constexpr bool TakeNumber(ScenarioParse* parse, uint64_t limit, uint64_t* number
   const uint32_t start = parse->position;
   uint64_t value = 0;
   for (;; parse->position++) {
-    const int digit = HexDigitAt(parse, parse->position);
-    if (digit < 0 || static_cast<uint64_t>(digit) >= base) break;
-    const auto added = static_cast<uint64_t>(digit);
-    if (value > (limit - added) / base) return FailParse(parse, "number is too large");
-    value = value * base + added;
+    const unsigned digit = HexDigitAt(parse, parse->position);
+    if (digit >= base) break;
+    if (value > (limit - digit) / base) return FailParse(parse, "number is too large");
+    value = value * base + digit;
   }
   if (parse->position == start) return FailParse(parse, "number expected");
   *number = value;
@@ -153,11 +160,9 @@ constexpr bool TakeEscape(ScenarioParse* parse, char* character) {
     default:
       return FailParse(parse, "unknown escape");
   }
-  const int high = HexDigitAt(parse, parse->position);
-  const int low = high < 0 ? -1 : HexDigitAt(parse, parse->position + 1);
-  if (low < 0) return FailParse(parse, "unknown escape");
-  parse->position += 2;
-  *character = static_cast<char>(high * 16 + low);
+  uint8_t byte = 0;
+  if (!TakeHexByte(parse, &byte)) return FailParse(parse, "unknown escape");
+  *character = static_cast<char>(byte);
   return true;
 }
 
@@ -176,14 +181,8 @@ constexpr bool TakeText(ScenarioParse* parse, bool wide) {
 // Takes hex digits in pairs, or one pair and a count.
 constexpr bool TakeHexBytes(ScenarioParse* parse, ScenarioPatch* patch) {
   uint32_t pairs = 0;
-  for (;; pairs++) {
-    const int high = HexDigitAt(parse, parse->position);
-    if (high < 0) break;
-    const int low = HexDigitAt(parse, parse->position + 1);
-    if (low < 0) return FailParse(parse, "hex digits come in pairs");
-    parse->position += 2;
-    AddByte(parse, static_cast<uint8_t>(high * 16 + low));
-  }
+  for (uint8_t byte = 0; TakeHexByte(parse, &byte); pairs++) AddByte(parse, byte);
+  if (HexDigitAt(parse, parse->position) < 16) return FailParse(parse, "hex digits come in pairs");
   if (pairs == 0) return FailParse(parse, "bytes expected");
   if (!TakeLiteral(parse, "*")) return true;
   if (pairs != 1) return FailParse(parse, "only one byte can be repeated");
@@ -287,8 +286,7 @@ constexpr const RuleWord* FindRuleWord(ScenarioParse* parse) {
 
 // Whether the current word looks like a patch.
 constexpr bool AtPatch(const ScenarioParse* parse) {
-  const int digit = HexDigitAt(parse, parse->position);
-  if (digit < 0 || digit > 9) return false;
+  if (!AtNumber(parse)) return false;
   for (uint32_t i = parse->position; i < parse->lineEnd && !IsBlank(parse->text[i]); i++) {
     if (parse->text[i] == ':') return true;
   }
@@ -314,8 +312,7 @@ constexpr bool TakeAnswer(ScenarioParse* parse, ScenarioRule* rule) {
   if (TakeLiteral(parse, "returned=")) {
     return TakeOption(parse, &rule->hasReturned, &rule->returned);
   }
-  const int digit = HexDigitAt(parse, parse->position);
-  if (digit < 0 || digit > 9) {
+  if (!AtNumber(parse)) {
     const RuleWord* word = FindRuleWord(parse);
     return FailParse(parse, word != nullptr ? word->after : "unknown word");
   }
@@ -325,8 +322,7 @@ constexpr bool TakeAnswer(ScenarioParse* parse, ScenarioRule* rule) {
 
 constexpr bool TakeRule(ScenarioParse* parse) {
   if (parse->used.rules == parse->capacity.rules) return FailParse(parse, "too many rules");
-  const int digit = HexDigitAt(parse, parse->position);
-  if (digit < 0 || digit > 9) {
+  if (!AtNumber(parse)) {
     return FailParse(parse,
                      FindRuleWord(parse) != nullptr ? "the OID comes first" : "unknown statement");
   }

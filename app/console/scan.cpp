@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "app/console/digit.h"
+
 namespace {
 
 bool IsSpace(char character) {
@@ -107,13 +109,6 @@ bool ReadWord(const char** text, const Field& field, char* target, size_t size) 
 }
 
 }  // namespace
-
-unsigned DigitValue(char character) {
-  if (character >= '0' && character <= '9') return static_cast<unsigned>(character - '0');
-  if (character >= 'a' && character <= 'f') return static_cast<unsigned>(character - 'a' + 10);
-  if (character >= 'A' && character <= 'F') return static_cast<unsigned>(character - 'A' + 10);
-  return 16;
-}
 
 int ScanArgument(const char* text, const char* format, ...) {
   va_list targets;

@@ -14,9 +14,6 @@
 // is no number. Widths do not count leading blanks but do count a sign.
 int ScanArgument(const char* text, const char* format, ...);
 
-// The value of a hexadecimal digit; 16 for any other character.
-unsigned DigitValue(char character);
-
 // atoi: leading blanks, a sign, decimal digits; stops at the first other character. 0 without
 // digits; saturates at the limits of 32 bits.
 int ParseInteger(const char* text);

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "app/console/digit.h"
 #include "app/console/print.h"
 #include "app/console/scan.h"
 #include "app/console/text.h"

@@ -98,10 +98,6 @@ bool Start(SimulatedDevice* device) {
   return loaded && device->tracing;
 }
 
-Trace* TraceOf(SimulatedDevice* device) {
-  return device->tracing ? &device->trace.trace : nullptr;
-}
-
 // Keeps the code of a failed call. Returns whether the call succeeded.
 bool Succeeded(SimulatedDevice* device, CallResult result) {
   if (result.outcome != Outcome::Fails) return true;
@@ -123,7 +119,7 @@ bool DeviceOpen(void** device) {
 bool DeviceRequest(void* device, uint32_t oid, void* payload, uint32_t length, uint32_t* returned) {
   auto* simulated = static_cast<SimulatedDevice*>(device);
   auto* bytes = static_cast<uint8_t*>(payload);
-  Trace* trace = TraceOf(simulated);
+  Trace* trace = simulated->tracing ? &simulated->trace.trace : nullptr;
   if (trace != nullptr) TraceSent(trace, oid, bytes, length);
   const RequestResult result = TracedRequest(&simulated->adapter, trace, oid, bytes, length);
   *returned = result.returned;

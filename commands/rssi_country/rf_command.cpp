@@ -9,7 +9,8 @@
 
 namespace {
 
-bool JudgeAntenna(const char* name, const int8_t (&readings)[RssiReadingCount],
+// Returns whether the antenna passes.
+bool PrintAntenna(const char* name, const int8_t (&readings)[RssiReadingCount],
                   int negatedThreshold) {
   const int average = AverageRssi(readings);
   const bool passes = RssiPasses(average, negatedThreshold);
@@ -54,7 +55,7 @@ int HandleRfCommand(int argc, char** argv) {
                 bssid[4], bssid[5]);
   ConsolePrintf("Channel: %d\n\n", request.ucChannel);
 
-  const bool subPasses = JudgeAntenna("ANT1 (sub)", request.acSubRssi, -threshold);
-  const bool mainPasses = JudgeAntenna("ANT2 (main)", request.acMainRssi, -threshold);
+  const bool subPasses = PrintAntenna("ANT1 (sub)", request.acSubRssi, -threshold);
+  const bool mainPasses = PrintAntenna("ANT2 (main)", request.acMainRssi, -threshold);
   return subPasses && mainPasses ? 0 : 1;
 }

@@ -52,7 +52,8 @@ constexpr const char* BandLabels[] = {
 };
 static_assert(sizeof(BandLabels) / sizeof(BandLabels[0]) == Zwds6G.bytesPerLine);
 
-bool RowIndexInRange(uint32_t index) {
+// Returns false, after a message, for a row that no table has.
+bool CheckRowIndex(uint32_t index) {
   if (index <= HighestRowIndex) return true;
   ConsolePrintf(
       "Current SAR Table Index %d is out of range, please check sensor mode value. Thanks!!\n",
@@ -93,7 +94,7 @@ int ShowSarTable(const SarLayout& layout) {
   // The driver counts the rows of a two-row table from 1. The adjusted index is stored in the
   // record: a list of rows that is long enough to reach that byte shows the adjusted value.
   if (length == TwoRowTableLength) index--;
-  if (!RowIndexInRange(index)) return 1;
+  if (!CheckRowIndex(index)) return 1;
 
   bool is6G = record.bytes[Is6GAt] != 0;
   const RowTable& table = is6G ? Zwds6G : Zwds;
@@ -115,7 +116,7 @@ int ShowSisoSarTable(const SarLayout& layout) {
     return 1;
   }
   uint32_t index = record.bytes[layout.rowIndexAt];
-  if (!RowIndexInRange(index)) return 1;
+  if (!CheckRowIndex(index)) return 1;
   PrintTable(layout, Zwss, record, index);
   return 0;
 }

@@ -197,7 +197,7 @@ int SaveTrace(const char* name) {
   return result;
 }
 
-int Status() {
+int PrintStatus() {
   SimulatorStatus status = {};
   if (!QueryStatus(&status)) return Failed;
   printf("The simulated adapter is running.\n");
@@ -218,7 +218,7 @@ int RunCommand(const char* command, const char* name) {
   if (name == nullptr) {
     if (strcmp(command, "install") == 0) return Install();
     if (strcmp(command, "remove") == 0) return Remove();
-    if (strcmp(command, "status") == 0) return Status();
+    if (strcmp(command, "status") == 0) return PrintStatus();
   } else {
     if (strcmp(command, "scenario") == 0) return LoadScenario(name);
     if (strcmp(command, "trace") == 0) return SaveTrace(name);

@@ -31,29 +31,30 @@ constexpr DWORD DeletionWait = 2000;
 constexpr DWORD DeletionStep = 100;
 constexpr DWORD TurnWait = 30000;
 
-bool Fail(const char* what) {
+bool ReportFailure(const char* what) {
   Report(what);
   return false;
 }
 
-bool FailWithCode(const char* what, DWORD error) {
+bool ReportFailureCode(const char* what, DWORD error) {
   switch (error) {
     case SaidAlready:
       return false;
     case ERROR_ACCESS_DENIED:
-      return Fail("no rights; run as administrator");
+      return ReportFailure("no rights; run as administrator");
     case ERROR_BUSY:
-      return Fail("the driver is in use; close the programs that have the device open");
+      return ReportFailure("the driver is in use; close the programs that have the device open");
     case ERROR_ALREADY_EXISTS:
-      return Fail("another driver has the name A8000; disable the adapter that it belongs to");
+      return ReportFailure(
+          "another driver has the name A8000; disable the adapter that it belongs to");
     case ERROR_SERVICE_DOES_NOT_EXIST:
-      return Fail("the driver is not installed; run a8000ctl install");
+      return ReportFailure("the driver is not installed; run a8000ctl install");
     case ERROR_SERVICE_MARKED_FOR_DELETE:
-      return Fail(
+      return ReportFailure(
           "the driver is still being removed; close the programs that have the device open, and "
           "the Services console");
     case ErrorInvalidImageHash:
-      return Fail("the driver's signature is not accepted; see driver-readme.md");
+      return ReportFailure("the driver's signature is not accepted; see driver-readme.md");
     default:
       fprintf(stderr, "a8000: %s: error %lu\n", what, error);
       return false;
@@ -192,12 +193,12 @@ DWORD StopAndDelete(SC_HANDLE service) {
 HANDLE TakeTurn() {
   HANDLE turn = CreateMutexA(nullptr, FALSE, "Global\\a8000ctl");
   if (turn == nullptr) {
-    FailWithCode("cannot tell whether another a8000ctl is running", GetLastError());
+    ReportFailureCode("cannot tell whether another a8000ctl is running", GetLastError());
     return nullptr;
   }
   const DWORD waited = WaitForSingleObject(turn, TurnWait);
   if (waited == WAIT_OBJECT_0 || waited == WAIT_ABANDONED) return turn;
-  Fail("another a8000ctl does not end");
+  ReportFailure("another a8000ctl does not end");
   CloseHandle(turn);
   return nullptr;
 }
@@ -231,7 +232,7 @@ bool InstallDriver(const char* path) {
     error = InstallOnce(path);
   }
   EndTurn(turn);
-  return error == 0 || FailWithCode("cannot install the driver", error);
+  return error == 0 || ReportFailureCode("cannot install the driver", error);
 }
 
 bool RemoveDriver() {
@@ -246,26 +247,26 @@ bool RemoveDriver() {
     if (error == 0) error = WaitUntilGone();
   }
   EndTurn(turn);
-  return error == 0 || FailWithCode("cannot remove the driver", error);
+  return error == 0 || ReportFailureCode("cannot remove the driver", error);
 }
 
 void ReportUnreachable(unsigned long error) {
   if (error != ERROR_FILE_NOT_FOUND) {
-    FailWithCode("the driver does not answer", error);
+    ReportFailureCode("the driver does not answer", error);
     return;
   }
   switch (QueryDriver()) {
     case DriverState::NotInstalled:
-      FailWithCode("", ERROR_SERVICE_DOES_NOT_EXIST);
+      ReportFailureCode("", ERROR_SERVICE_DOES_NOT_EXIST);
       break;
     case DriverState::Foreign:
       break;
     case DriverState::Stopped:
     case DriverState::StopPending:
-      Fail("the driver is not started; run a8000ctl install");
+      ReportFailure("the driver is not started; run a8000ctl install");
       break;
     default:
-      FailWithCode("the driver does not answer", error);
+      ReportFailureCode("the driver does not answer", error);
       break;
   }
 }

@@ -253,16 +253,14 @@ class Situations(unittest.TestCase):
 
     def test_reports(self):
         words = ["export_rssi_report", "rssi", "5g", "AC1900-5G", "60", "out.xml"]
-        folder = tempfile.mkdtemp()
-        self.addCleanup(shutil.rmtree, folder)
-        for scenario, outcome, report in ((None, "done", "out.xml"),
-                                          ("0xFFFCF016 error=31\n", "refused", "error.xml"),
-                                          ("0xFFFCF016 error=5\n", "refused", "error.xml"),
-                                          (None, "done", "out.xml"),
-                                          ("close error=6\n0xFFFCF016 ok\n", "no_device", "out.xml")):
-            result = self.run_tool(folder, words, scenario)
-            self.expect(outcome, result)
-            self.assertEqual(result["values"]["report"], report)
+        with tempfile.TemporaryDirectory() as folder:
+            for scenario, outcome, report in (
+                    (None, "done", "out.xml"), ("0xFFFCF016 error=31\n", "refused", "error.xml"),
+                    ("0xFFFCF016 error=5\n", "refused", "error.xml"), (None, "done", "out.xml"),
+                    ("close error=6\n0xFFFCF016 ok\n", "no_device", "out.xml")):
+                result = self.run_tool(folder, words, scenario)
+                self.expect(outcome, result)
+                self.assertEqual(result["values"]["report"], report)
         by_name = {row["name"]: row for row in result["values"]["results"]}
         self.assertEqual((by_name["Antenna2"]["rssi"], by_name["Arguments"]["threshold"]), (0, -60))
         self.assertEqual(saved(words, 1, b"")["fault"], "unfinished")
@@ -307,6 +305,7 @@ class Windows(unittest.TestCase):
     def test_words_are_handed_on(self):
         for name in ('a "b" \\', "", "*", "a\\\\\"", "a b\\\\"):
             self.assertEqual(convert("--eng", "getreg", name)["values"]["name"], name)
+        programs.run_reliably([*STARTER, f"{PROGRAMS}/a8000ctl.exe", "scenario", "--builtin"])
         self.assertEqual(convert("get_mac_add")["outcome"], "done")
 
 

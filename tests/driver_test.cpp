@@ -1,4 +1,4 @@
-// driver_test: calls the running driver as no tool does, and checks what comes back.
+// driver_test: calls the running driver in ways that no tool does, and checks what comes back.
 // driver_test fill: sends more requests than a trace has room for.
 // driver_test device|requests|service: sends one request, or requests without end, or opens the
 //   driver's service. Prints the error code of the first step and waits to be killed.
@@ -63,7 +63,7 @@ LoadReply Load(Driver* driver, size_t size) {
   LoadReply reply = {};
   const Answer answer =
       Call(driver->control, ControlLoadScenario, Text(), size, &reply, sizeof(reply));
-  Check(driver, answer.error == 0 && answer.returned == sizeof(reply), "loading is answered");
+  Check(driver, answer.error == 0 && answer.returned == sizeof(reply), "a load is answered");
   return reply;
 }
 
@@ -77,9 +77,10 @@ void CheckLengths(Driver* driver) {
   LoadText(driver, "1 ok 0:01 8191:02\n2 error=31 0:\"written\"\n3 ok 0:ff returned=4294967295\n");
   static uint8_t payload[8192];
   Answer answer = Ask(driver->device, 1, payload, 0);
-  Check(driver, answer.error == 0 && answer.returned == 0, "no payload");
+  Check(driver, answer.error == 0 && answer.returned == 0,
+        "a request without a payload is answered");
   answer = Ask(driver->device, 1, payload, sizeof(payload));
-  Check(driver, answer.error == 0 && answer.returned == sizeof(payload), "8192 bytes");
+  Check(driver, answer.error == 0 && answer.returned == sizeof(payload), "8192 bytes are answered");
   Check(driver, payload[0] == 1 && payload[8191] == 2, "8192 bytes are written");
   answer = Ask(driver->device, 2, payload, 7);
   Check(driver, answer.error == 31 && answer.returned == 7, "a failure reports its count");
@@ -139,28 +140,33 @@ void CheckScenarios(Driver* driver) {
     memcpy(Text() + size, Line, sizeof(Line) - 1);
   }
   memcpy(Text() + size, "7 ok", 4);
-  Check(driver, Load(driver, size + 4).what[0] == 0, "a scenario of 4 MB");
+  Check(driver, Load(driver, size + 4).what[0] == 0, "a scenario of 4 MB loads");
   uint8_t payload[8] = {};
   Check(driver, Ask(driver->device, 7, payload, 8).error == 0, "its last rule answers");
   memcpy(Text() + size, "7 on", 4);
   const LoadReply reply = Load(driver, size + 4);
   Check(driver, reply.line == Lines + 1 && strcmp(reply.what, "unknown word") == 0,
-        "an error in the last line");
-  Check(driver, Ask(driver->device, 7, payload, 8).error == 0, "the one before stays in force");
+        "an error in the last line is reported");
+  Check(driver, Ask(driver->device, 7, payload, 8).error == 0,
+        "the scenario before it stays in force");
 }
 
 void CheckControl(Driver* driver) {
   uint8_t bytes[128] = {};
   HANDLE control = driver->control;
   Check(driver, Call(control, IOCTL_NDIS_QUERY_GLOBAL_STATS, bytes, 4, bytes, 4).error == 1,
-        "other codes");
-  Check(driver, Call(control, ControlLoadScenario, bytes, 4, bytes, 75).error == 122, "no room");
-  Check(driver, Call(control, ControlLoadBuiltin, bytes, 5, bytes, 0).error == 87, "length");
-  Check(driver, Call(control, ControlFetchTrace, bytes, 0, bytes, 128).error == 87, "no offset");
+        "the control device refuses other codes");
+  Check(driver, Call(control, ControlLoadScenario, bytes, 4, bytes, 75).error == 122,
+        "a load without room for its reply is refused");
+  Check(driver, Call(control, ControlLoadBuiltin, bytes, 5, bytes, 0).error == 87,
+        "the built-in scenario takes no input");
+  Check(driver, Call(control, ControlFetchTrace, bytes, 0, bytes, 128).error == 87,
+        "a fetch without an offset is refused");
   memset(bytes, 0xFF, sizeof(bytes));
   const Answer fetched = Call(control, ControlFetchTrace, bytes, 4, bytes, 128);
-  Check(driver, fetched.error == 0 && fetched.returned == 0, "past the trace");
-  Check(driver, Call(control, ControlQueryStatus, nullptr, 0, bytes, 27).error == 122, "short");
+  Check(driver, fetched.error == 0 && fetched.returned == 0, "past the trace there is nothing");
+  Check(driver, Call(control, ControlQueryStatus, nullptr, 0, bytes, 27).error == 122,
+        "a status without room is refused");
 }
 
 // Opens the device or the service, prints the error code and waits to be killed. After `requests`

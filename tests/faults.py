@@ -32,12 +32,12 @@ class Faults(unittest.TestCase):
         self.folder = Path(folder.name)
 
     def start(self, words, program="wlanx", closed=(), variables=None, room=None, **more):
-        """`room` is the size that a file can have."""
+        """`room` is the largest size that a file can have."""
         def prepare():
             for descriptor in closed:
                 os.close(descriptor)
             if room:
-                if program != "a8000redact":  # which has to survive it by itself
+                if program != "a8000redact":  # that one has to survive the signal by itself
                     signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
                 resource.setrlimit(resource.RLIMIT_FSIZE, (room, room))
         environment = {**os.environ, "A8000_SCENARIO": "",
@@ -58,7 +58,7 @@ class Faults(unittest.TestCase):
         return path.read_text() if path.exists() else ""
 
     def trace_into_pipe(self, room):
-        """The trace is a pipe that has room for so many bytes."""
+        """Makes the trace a pipe that has room for `room` bytes."""
         path = self.folder / "trace"
         path.unlink()
         os.mkfifo(path)
@@ -245,7 +245,7 @@ class Faults(unittest.TestCase):
         self.assertEqual(self.redact("trace", "report")[0], 0)
 
     def test_reports_replay(self):
-        """The tool sends to a report what it sent, as the report has it."""
+        """A run that a redacted report answers sends the requests of the report."""
         for words, scenario in (
                 ("set_pcie_driving", ""), ("set_pcie_driving", "pcie-write-ignored"),
                 ("sar get_sar_table", "sar-184"), ("sar get_geo_table", "sar-176-6ghz"),

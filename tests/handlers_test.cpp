@@ -129,7 +129,7 @@ TEST(Sar, ATableOfTwoRowsShowsItsIndexAdjustedAndEndsWithTheRecord) {
     auto* bytes = reinterpret_cast<uint8_t*>(payload);
     bytes[8] = 18;
     bytes[17] = 255;
-    bytes[340] = 8;  // of the row in force, as the 54th row's fourth power
+    bytes[340] = 8;  // the row in force, and the fourth power of the 54th row
     return uint32_t{0};
   };
   const std::string printed = AfterRunning(HandleSarCommand, "sar", "get_sar_table");

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Holds wlanx-json to what the tool prints: every run of the cases and every example of the documents
+"""Compares wlanx-json with what the tool prints: every run of the cases and every example of the documents
 as data, the outcome of every command in every situation, saved output in each encoding."""
 
 import argparse
@@ -26,7 +26,7 @@ from command_rows import ENGINEERING, TOOL, command_rows  # noqa: E402
 
 BANNER = b"\nWLANX tool, Version 1.00.00.0070\nA notice.\n\n"
 SCHEMA = json.loads(check_documents.read("docs/wlanx-json.schema.json"))
-# What the words of an outcome other than done look like; of several the first one counts.
+# By what text an outcome other than done is known. If several match, the first one counts.
 WORDS = {
     "no_device": r"(Open|Close)Device Failed$",
     "refused": r"^Error (Code )?in DeviceIoControl ?[: ]|Error in DeviceIoControl : |^Cannot find SSID"
@@ -45,7 +45,7 @@ PROGRAMS = ""
 
 
 def convert(*arguments, data=None, folder=None, environment=None, program=None):
-    """The object that is printed, after the checks that every one has to pass."""
+    """Returns the printed object, which has passed the checks of every object; or the text of an error."""
     path = program or os.path.join(PROGRAMS, "wlanx-json")
     command = [*STARTER, path + ".exe"] if os.path.exists(path + ".exe") else [path]
     done = programs.run_reliably([*command, *arguments], input=data, cwd=folder,
@@ -54,7 +54,7 @@ def convert(*arguments, data=None, folder=None, environment=None, program=None):
         return done.stderr.decode()
     assert done.stdout.isascii() and done.stdout.count(b"\n") == 1, done
     result = json.loads(done.stdout)
-    jsonschema.Draft202012Validator(SCHEMA).validate(result)  # one has room for one thread only
+    jsonschema.Draft202012Validator(SCHEMA).validate(result)  # a validator is for one thread only
     assert done.returncode == (0 if result["outcome"] == "done" else 1), done
     return result
 

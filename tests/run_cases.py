@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Runs the cases of tests/cases/*.cases against the built programs and compares what they print,
-their exit status, the requests that reached the adapter and the files they leave.
+their exit status, the requests that reached the adapter and the files that were left.
 
 CONTRIBUTING.md says how a case is written.
 """
@@ -65,7 +65,7 @@ def expand(text, names):
 
 
 def read_cases(path):
-    """Ends the program at a line that is wrong."""
+    """Returns the cases of a file. A wrong line ends the program."""
     cases, names, environment, program_path, target = [], {}, {}, None, None
     for number, line in enumerate(open(path, encoding="utf-8", errors="surrogateescape"), 1):
         line, place = line.rstrip("\n"), f"{path}:{number}"
@@ -168,10 +168,10 @@ class WindowsHost:
 
     def __init__(self, folder, replay):
         self.replay = LinuxHost(replay) if replay else None
-        # A line cannot say every path: files are handed over in the control program's folder.
+        # A command cannot hold every path: files are handed over in the control program's folder.
         self.exchange = tempfile.TemporaryDirectory()
         self.folder = folder
-        if STARTER:  # the programs' own path may hold what Windows' 8-bit calls cannot say
+        if STARTER:  # Windows' 8-bit calls may not be able to name the programs' own path
             self.folder = os.path.join(self.exchange.name, "programs")
             os.symlink(folder, self.folder)
         self.control = programs.start(
@@ -219,7 +219,7 @@ class WindowsHost:
         return done.stdout, errors, done.returncode, open(trace, "rb").read()
 
     def check_record(self, case, run, folder, trace):
-        """What wlanx-eng records is the driver's trace, and the Linux tool prints the same from it."""
+        """Compares what wlanx-eng recorded with the driver's trace, and replays it on Linux."""
         name = os.path.join(folder, "recorded")
         if run.edition != "wlanx-eng":
             return "wlanx records\n" if os.path.exists(name) else ""
@@ -243,7 +243,7 @@ def requests_of(trace):
 
 
 def notation(sent):
-    """A request as a case has it; a text of it that could be taken for a word stays in hex."""
+    """A request as a case writes it. Texts of fewer than four characters stay in hex."""
     oid, data = sent
     words = [oid]
     for piece in re.finditer(rb"(.)\1{3,}|[ !#-\[\]-~]{4,}|.", data, re.S):

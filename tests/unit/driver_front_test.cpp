@@ -15,7 +15,7 @@ TEST(DriverFront, OpensOnTheChannelsTermsOnly) {
   for (const OpenTerms& terms : opening) EXPECT_FALSE(FrontOpen(&front, terms).failed);
   const OpenTerms refused[] = {
       {0x001F01FF, 0, 0x05000060, 0x80}, {0x10000000, 0, 0x05000060, 0x80},  // GENERIC_ALL
-      {0x00120089, 0, 0x05000060, 0x80}, {0x00120116, 0, 0x05000060, 0x80},  // one of both
+      {0x00120089, 0, 0x05000060, 0x80}, {0x00120116, 0, 0x05000060, 0x80},  // read or write only
       {0x0012019F, 1, 0x05000060, 0x80}, {0x0012019F, 0, 0x03000060, 0x80},
       {0x0012019F, 0, 0x05000060, 0},    {0x0012019F, 0, 0x60, 0x80},
       {0x0012019F, 0, 0x05000040, 0x80}, {0x0012019F, 0, 0x05000062, 0x80}};  // with flags

@@ -23,7 +23,7 @@ std::string Hex(const std::string& bytes) {
   return hex;
 }
 
-// The bytes of the hex digits at `at`.
+// The bytes whose hex digits begin at `at`.
 std::string Bytes(const std::string& text, size_t at) {
   std::string bytes;
   for (; at + 1 < text.size() && isxdigit(static_cast<unsigned char>(text[at])) != 0; at += 2) {
@@ -110,7 +110,7 @@ TEST(Redact, KeepsWhatIsListed) {
                 Line("0xFFFCF100", 3, "", "007800") + "0xFFFCF100 len=0 ok times=1 returned=9\n");
 }
 
-TEST(Redact, LeavesOutWhatNoRowAndNoCommentOfItsOwnCovers) {
+TEST(Redact, LeavesOutUnknownRequestsAndComments) {
   const std::string unknown = "0xFFFCF111 len=1 if 0:00 ok 0:00 times=1\n" + Unserved +
                               "which is used up\n" + "0xFFFCF105 len=1 error=50 times=1\n";
   EXPECT_EQ(Redact({"0xFFFCF105 len=1 if 0:00 ok 0:00 times=1\n" + Unserved +
@@ -143,7 +143,8 @@ TEST(Redact, RefusesWhatNoTraceHolds) {
   }
 }
 
-// What becomes of the text if it is the answer to `get_wfd` in a trace that tells a few values.
+// What becomes of the text as the answer to `get_wfd`, in a trace from which a few values are
+// known.
 std::string Kept(const std::string& text, const Texts& words) {
   const std::string trace = Line("0xFFFCF016", 68, "00000000" + Hex("Home-5G"), "") +
                             Line("0xFFFCF016", 68, "00000000" + Hex("Caf\xC3\xA9"), "") +

@@ -17,7 +17,7 @@ namespace {
 
 constexpr char Document[] = DOCUMENTS "/wtbl-fields.md";
 
-// The entry of the document's examples.
+// A word of the entry that the document's examples show.
 uint32_t ExampleWord(uint32_t word) {
   return 0x9E3779B9 * (word + 1);
 }

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <thread>
@@ -79,11 +80,10 @@ std::string ReadSaved(const std::string& name) {
   if (name != "-") file.open(PathOf(name), std::ios::binary);
   if (!file) throw std::runtime_error("cannot open " + name);
   std::istream& stream = name == "-" ? std::cin : file;
-  std::string text(LongestOutput + 1, '\0');
-  stream.read(text.data(), static_cast<std::streamsize>(text.size()));
-  text.resize(static_cast<size_t>(stream.gcount()));
+  const auto text = std::make_unique_for_overwrite<char[]>(LongestOutput + 1);
+  stream.read(text.get(), LongestOutput + 1);
   if (stream.bad()) throw std::runtime_error("cannot read " + name);
-  return text;
+  return {text.get(), static_cast<size_t>(stream.gcount())};
 }
 
 // Runs the tool and reads the report that it writes.

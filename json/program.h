@@ -9,6 +9,7 @@
 #include "json/interpret.h"
 
 // The longest output that is read. The tool prints less for all arguments that a user would type.
+// Buffers of this size are not set to zero, which would take most of the time of a run.
 constexpr size_t LongestOutput = size_t{8} << 20;
 
 // Runs the program of this name in the folder of this one, or else in PATH, with the run's words.

@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <memory>
 #include <system_error>
 
 #include "json/program.h"
@@ -46,8 +47,8 @@ void RunProgram(std::string name, ToolRun* run) {
 
   close(ends[1]);
   FILE* pipe = fdopen(ends[0], "r");
-  run->output.resize(LongestOutput + 1);
-  run->output.resize(fread(run->output.data(), 1, run->output.size(), pipe));
+  const auto output = std::make_unique_for_overwrite<char[]>(LongestOutput + 1);
+  run->output.assign(output.get(), fread(output.get(), 1, LongestOutput + 1, pipe));
   (void)fclose(pipe);  // if it prints more, it ends
   int status = 0;
   if (waitpid(process, &status, 0) < 0) Check(errno, "waitpid");

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <memory>
 #include <stdexcept>
 #include <system_error>
 
@@ -77,8 +78,8 @@ void RunProgram(std::string name, ToolRun* run) {
   CloseHandle(process.hThread);
   _close(ends[1]);
   FILE* pipe = _fdopen(ends[0], "rb");
-  run->output.resize(LongestOutput + 1);
-  run->output.resize(fread(run->output.data(), 1, run->output.size(), pipe));
+  const auto output = std::make_unique_for_overwrite<char[]>(LongestOutput + 1);
+  run->output.assign(output.get(), fread(output.get(), 1, LongestOutput + 1, pipe));
   fclose(pipe);  // if it prints more, it ends
   DWORD status = 0;
   WaitForSingleObject(process.hProcess, INFINITE);

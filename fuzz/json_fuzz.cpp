@@ -1,8 +1,8 @@
-// Hostile output: what wlanx-json makes of a run of any command whose every printed byte the input
-// chooses. The input is
+// Hostile output: wlanx-json reads a run of any command, of which the input chooses every printed
+// byte. The input is
 //
-//   byte   the command: the word of this number in the rules; the next number is no command, the
-//          one after it a run without a word
+//   byte   the command: the word of this number in the rules; the next number is no
+//          command, and the one after it is a run without a word
 //   byte   the status and flags, see below
 //   text   the arguments, divided by blanks, up to a line end
 //   bytes  what was printed after the banner; with SavedBytes the file that was saved
@@ -26,8 +26,8 @@ constexpr uint8_t StatusBits = 7;
 constexpr uint8_t Engineering = 8;
 constexpr uint8_t SavedBytes = 16;
 constexpr uint8_t AsReport = 32;
-constexpr uint8_t MarkedLines = 64;  // a line that no form knows stands after each line
-constexpr uint8_t Repeated = 128;    // the bytes come again and again, up to this size
+constexpr uint8_t MarkedLines = 64;  // a line that no form knows follows each line
+constexpr uint8_t Repeated = 128;    // the bytes are repeated up to this size
 constexpr size_t RepeatedSize = 8192;
 
 constexpr char Banner[] = "\nWLANX tool, Version 1.00.00.0070\nA notice.\n\n";

@@ -19,13 +19,13 @@ bool WriteHostFile(HostFile file, const char* bytes, uint32_t size);
 // Continues writing at a position. Returns false if the file has no positions.
 bool SeekHostFile(HostFile file, uint32_t position);
 
-// Cuts a file after `size` bytes where it can be cut; writing goes on there.
+// Cuts a file after `size` bytes, if it can be cut. Writing goes on there.
 void CutHostFile(HostFile file, uint32_t size);
 
 // Waits until what was written would outlast a crash of the computer.
 void SaveHostFile(HostFile file);
 
-// Closes a file, cut after `size` bytes where it can be cut.
+// Cuts a file after `size` bytes, if it can be cut, and closes it.
 void EndHostFile(HostFile file, uint32_t size);
 
 // Why the last call failed, in words or by its code.

@@ -21,7 +21,7 @@ enum class Outcome : uint8_t {
 // How opening, closing or a request ends.
 struct CallResult {
   Outcome outcome;
-  uint32_t error;  // last-error code where the call fails
+  uint32_t error;  // last-error code if the call fails
 };
 
 // Bytes at an offset of a request's payload, to be found there or to be written there.
@@ -35,13 +35,13 @@ struct ScenarioPatch {
 struct ScenarioRule {
   uint32_t line;  // in the scenario's text
   uint32_t oid;
-  uint32_t length;          // payload length asked for, where hasLength
+  uint32_t length;          // payload length asked for, if hasLength
   uint32_t firstPatch;      // index into Scenario::patches: conditions, then written patches
   uint32_t conditionCount;  // patches that must match
   uint32_t writeCount;      // patches that are written
   CallResult result;
-  uint32_t times;     // requests the rule serves, where hasTimes
-  uint32_t returned;  // count reported back, where hasReturned
+  uint32_t times;     // requests the rule serves, if hasTimes
+  uint32_t returned;  // count reported back, if hasReturned
   bool hasLength;
   bool hasTimes;
   bool hasReturned;
@@ -81,7 +81,7 @@ struct ScenarioMemory {
 };
 
 struct ScenarioError {
-  uint32_t line;        // counted from 1; 0 where the text as a whole is at fault
+  uint32_t line;        // counted from 1; 0 if the text as a whole is at fault
   const char* what;     // null: no error
   uint32_t wordStart;   // the word at fault, as an index into the text
   uint32_t wordLength;  // 0: no word to show

@@ -256,7 +256,7 @@ constexpr bool TakeRegisterStatement(ScenarioParse* parse) {
   return EndStatement(parse);
 }
 
-// A word of a rule, and what is wrong with it before and after the outcome; null where it belongs.
+// A word of a rule, and what is wrong with it before and after the outcome. Null: it belongs there.
 struct RuleWord {
   const char* word;
   const char* before;

@@ -20,7 +20,7 @@ const char* SkipSpaces(const char* text) {
 
 // One conversion as its format gives it.
 struct Field {
-  size_t width;  // SIZE_MAX where the format has none
+  size_t width;  // SIZE_MAX if the format has none
   int halves;    // how many 'h' stand before the letter
   char letter;
 };
@@ -114,7 +114,7 @@ int ScanArgument(const char* text, const char* format, ...) {
   va_list targets;
   va_start(targets, format);
   int converted = 0;
-  bool ended = false;  // the text ended where a literal or a field was due
+  bool ended = false;  // the text ended before a literal or a field
   while (*format != 0) {
     if (*format != '%') {
       ended = *text == 0;

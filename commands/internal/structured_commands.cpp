@@ -203,7 +203,7 @@ struct StaLinkStat {
   int32_t rssi[2];     // dBm of each antenna
   uint16_t linkSpeed;  // 500 kbit/s units
   uint16_t rxRate;     // Mbps or MCS, by the phy mode
-  uint8_t txRate;      // likewise
+  uint8_t txRate;      // the same
   uint8_t unused17[11];
   uint32_t phyMode;  // see PhyModeName
   uint32_t txCount;

@@ -5,14 +5,14 @@
 
 namespace {
 
-constexpr uint32_t ShortestNumber = 5;  // digits of a register that are looked for
-constexpr uint32_t ShortestPart = 4;    // characters of a name that is more than a word of its own
+constexpr uint32_t ShortestNumber = 5;  // fewer digits of a register are not looked for
+constexpr uint32_t ShortestPart = 4;    // a shorter name counts only as a whole word
 
 uint32_t HashStep(uint32_t hash, uint8_t byte) {
   return (hash ^ byte) * 16777619U;
 }
 
-// Differs from run to run, so that no trace can be made to fill one place of the table.
+// Differs from run to run, so that nobody can make a trace whose values all share one slot.
 uint32_t HashStart(const KnownValues* known, ValueKind kind) {
   const auto seed = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(known->slots) >> 4);
   return seed * 2654435761U ^ static_cast<uint32_t>(kind);
@@ -31,7 +31,7 @@ uint32_t* FindSlot(const KnownValues* known, uint32_t hash, ValueKind kind, cons
   }
 }
 
-// Finds a value, or adds it with `number`. Returns its index, 0 where there is no room.
+// Finds a value, or adds it with `number`. Returns its index, or 0 if there is no room.
 uint32_t Add(KnownValues* known, ValueKind kind, const uint8_t* value, uint32_t length,
              uint32_t number) {
   uint32_t hash = HashStart(known, kind);
@@ -53,7 +53,7 @@ bool IsLetterOrDigit(uint8_t byte) {
   return (byte >= '0' && byte <= '9') || ((byte | 32) >= 'a' && (byte | 32) <= 'z') || byte >= 0x80;
 }
 
-// Makes the cases equal; beyond ASCII some other characters become equal, too.
+// Makes capital and small letters equal. Some bytes that are not ASCII become equal, too.
 uint8_t Folded(uint8_t byte) {
   return byte >= '0' && byte <= '9' ? byte : static_cast<uint8_t>(byte | 32);
 }
@@ -70,7 +70,7 @@ void AddForm(KnownValues* known, uint32_t index, const uint8_t* text, uint32_t s
   Add(known, ValueKind::Form, form, length, index);
 }
 
-// Writes a value as texts have it: a number in hex digits, a name as it is. Returns the length.
+// Writes a value as a text spells it: a number in hex digits, a name as it is. Returns the length.
 uint32_t SpellOut(ValueKind kind, const uint8_t* value, uint32_t length, uint8_t* text) {
   if (kind == ValueKind::Name) {
     memcpy(text, value, length);
@@ -84,7 +84,7 @@ uint32_t SpellOut(ValueKind kind, const uint8_t* value, uint32_t length, uint8_t
   return 2 * length;
 }
 
-// Takes the leading zeros out of a register, or out of each part of an address.
+// Removes the leading zeros of a register, or of each part of an address.
 uint32_t DropZeros(ValueKind kind, uint8_t* digits, uint32_t count) {
   uint32_t size = 0;
   for (uint32_t i = 0; i < count; i++) {
@@ -112,12 +112,12 @@ uint32_t Widen(const uint8_t* name, uint32_t length, uint8_t* wide) {
 
 }  // namespace
 
-// A text without zeros and separators, in lower case.
+// A text without zeros and separators, in lower case. `places` are the places in the text.
 struct TextShape {
   uint32_t length;
   uint8_t characters[MostTextBytes];
   uint32_t places[MostTextBytes];
-  bool apart[MostTextBytes + 1];  // a separator or the text's start or end stands before it
+  bool apart[MostTextBytes + 1];  // a word ended before this character
 };
 
 namespace {
@@ -138,7 +138,7 @@ void TakeShape(const uint8_t* text, uint32_t size, TextShape* shape) {
   shape->apart[shape->length] = true;
 }
 
-// The index of the longest form that stands at a place of the shape; 0 where there is none.
+// The index of the longest form that begins here; 0 if there is none.
 uint32_t FindForm(const KnownValues* known, const TextShape* shape, uint32_t at) {
   uint32_t form = 0;
   uint32_t hash = HashStart(known, ValueKind::Form);
@@ -157,7 +157,7 @@ uint32_t FindForm(const KnownValues* known, const TextShape* shape, uint32_t at)
 bool StartKnownValues(KnownValues* known, uint32_t size) {
   *known = {};
   known->count = 1;
-  // The most come from registers, each of eight hex digits, with two forms.
+  // Registers make most values: each has eight hex digits in the trace, and two forms.
   known->capacity = 3 * (size / 8) + 16;
   known->byteCapacity = 3 * size + 16 * MostNameBytes;
   known->slotMask = 1;
@@ -231,7 +231,7 @@ void ReplaceKnown(KnownValues* known, uint8_t* text, uint32_t size) {
     const uint32_t length = SpellOut(value->kind, standIn, value->length, spelt);
     const uint32_t first = shape->places[at];
     if (shape->places[at + form->length - 1] - first == length - 1) {
-      memcpy(text + first, spelt, length);  // with its separators
+      memcpy(text + first, spelt, length);  // the separators, too
     } else {
       for (uint32_t i = 0; i < form->length; i++) {
         text[shape->places[at + i]] = spelt[length - form->length + i];

@@ -1,5 +1,5 @@
-// What a report keeps of each request's payload, and what stands for the rest. A test holds the
-// rows to the records that the comments name, with the fields of which not all stays.
+// What a report keeps of each request's payload, and what it replaces. The comments name the record
+// and the fields that do not stay whole. A test compares the rows with the records.
 #pragma once
 
 #include <cstdint>
@@ -11,14 +11,14 @@ enum class Content : uint8_t {
   Keep,       // codes, lengths, counters, tables
   Address,    // a MAC address
   Name,       // a network name, up to its zero
-  Register,   // one or more of 32 bits
+  Register,   // contents of registers, 32 bits each
   Efuse,      // a block of the efuse
-  Text,       // of the driver, or typed for it
+  Text,       // written by the driver, or typed for it
   Label,      // a version, a setting's name: stays and is shown
   WideLabel,  // the same in 16 bits a character
-  Keyword,    // typed: a label; answered: a text
-  Index,      // asked for: stays; answered: a register
-  Peer,       // an address, but numbers after PeerPreference
+  Keyword,    // in the question a label, in the answer a text
+  Index,      // stays in the question, a register in the answer
+  Peer,       // an address; after PeerPreference numbers, which stay
 };
 
 struct Stretch {
@@ -30,11 +30,11 @@ struct Stretch {
 constexpr uint32_t AnyLength = UINT32_MAX;
 constexpr uint32_t MostStretches = 8;
 
-// Of a payload that is not in a stretch only zeros stay.
+// Outside of the stretches only the zeros of a payload stay.
 struct PayloadRow {
   uint32_t oid;
   uint32_t length;
-  Stretch stretches[MostStretches];  // up to one without a size
+  Stretch stretches[MostStretches];  // one without a size ends them
 };
 
 // The registers that `set_pcie_driving` decides by: the link's generation and driving.

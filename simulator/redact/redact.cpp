@@ -13,12 +13,12 @@ struct Redactor {
   Redaction* redaction;
   bool keepTexts;
   bool replacing;  // the second of two passes
-  bool leftOut;    // the last request was
+  bool leftOut;    // the last request was left out
   Trace trace;     // the report's
   uint32_t room;   // of the report
   uint32_t lineStart;
-  char* line;  // a copy of the comment at hand
-  // What a statement is parsed into.
+  char* line;  // a copy of a comment
+  // A statement is parsed into these.
   ScenarioRule rules[1];
   ScenarioPatch patches[2];
   ScenarioMemory memory;
@@ -36,7 +36,7 @@ const PayloadRow* FindRow(uint32_t oid, uint32_t length) {
   return nullptr;
 }
 
-// What is left of a text: its layout.
+// What stands for a byte of a text: its layout stays.
 uint8_t Masked(uint8_t byte) {
   if (byte >= '0' && byte <= '9') return '0';
   const bool isLetter = (byte | 32) >= 'a' && (byte | 32) <= 'z';
@@ -45,7 +45,7 @@ uint8_t Masked(uint8_t byte) {
   return stays ? byte : 'x';
 }
 
-// The same of bytes of which nothing is known.
+// Masks bytes that have no known meaning.
 void MaskRest(uint8_t* bytes, uint32_t size) {
   for (uint32_t i = 0; i < size; i++) bytes[i] = bytes[i] == 0 ? 0 : 'x';
 }
@@ -54,7 +54,7 @@ void MaskText(uint8_t* text, uint32_t size) {
   for (uint32_t i = 0; i < size; i++) text[i] = Masked(text[i]);
 }
 
-// Zeros and ones all through tell nothing.
+// Bytes that are all 0 or all 0xFF tell nothing.
 bool IsTelling(const uint8_t* value, uint32_t length) {
   for (uint32_t i = 1; i < length; i++) {
     if (value[i] != value[0]) return true;
@@ -87,8 +87,8 @@ void TakeRegisters(const Redactor* redactor, const uint8_t* question, uint8_t* b
   TakeNumbers(redactor, ValueKind::Register, bytes, size, sizeof(address));
 }
 
-// The stand-in of a byte of the efuse is the end of its address. The zeros of a question are the
-// tool's.
+// The stand-in of a byte of the efuse is the last byte of its address. Zeros of a question are the
+// tool's and stay.
 void TakeEfuse(const Redactor* redactor, const uint8_t* question, bool answered, uint8_t* bytes,
                uint32_t size) {
   for (uint32_t i = 0; i < size && redactor->replacing; i++) {
@@ -98,7 +98,7 @@ void TakeEfuse(const Redactor* redactor, const uint8_t* question, bool answered,
   }
 }
 
-// A text that stays but for known values.
+// A text that stays. Only known values are replaced in it.
 void TakeText(const Redactor* redactor, uint8_t* text, uint32_t size) {
   KnownValues* known = &redactor->redaction->known;
   while (size > 0 && text[size - 1] == 0) size--;
@@ -107,7 +107,7 @@ void TakeText(const Redactor* redactor, uint8_t* text, uint32_t size) {
   Remember(known, ValueKind::StayingText, text, size)->places++;
 }
 
-// The length of a text up to its first zero of `width` bytes; what follows is masked.
+// The length of a text up to its first zero of `width` bytes; the rest is masked.
 uint32_t EndText(uint8_t* text, uint32_t size, uint32_t width) {
   uint32_t end = 0;
   while (end + width <= size && (text[end] != 0 || text[end + width - 1] != 0)) end += width;
@@ -115,8 +115,8 @@ uint32_t EndText(uint8_t* text, uint32_t size, uint32_t width) {
   return end;
 }
 
-// Redacts a stretch of a question or an answer. `question` is the start of the question's payload,
-// whose codes and addresses are as they were.
+// Redacts a stretch of a question or an answer. `question` is the question's payload. Its codes and
+// register addresses never change.
 void TakeStretch(const Redactor* redactor, Content content, const uint8_t* question, bool answered,
                  uint8_t* bytes, uint32_t size) {
   if (content == Content::Keyword) {
@@ -176,8 +176,8 @@ void TakePayload(const Redactor* redactor, const PayloadRow* row, const uint8_t*
   MaskRest(payload + end, length - end);
 }
 
-// Whether a rule has the form of a trace's line; `sent`: of a request that was on its way, which
-// may lack its payload and has no answer.
+// Whether a rule has the form of a trace's line. `sent`: the request was on its way, so it may lack
+// its payload and has no answer.
 bool IsTraceRule(const Redactor* redactor, bool sent) {
   const ScenarioRule* rule = redactor->rules;
   const uint32_t expected = rule->length > 0 ? 1 : 0;
@@ -190,7 +190,7 @@ bool IsTraceRule(const Redactor* redactor, bool sent) {
          rule->writeCount == (sent ? 0 : expected);
 }
 
-// The payload of a rule's patch; null where it has none.
+// The payload in a rule's patch; null if the rule has none.
 uint8_t* PayloadOf(const Redactor* redactor, uint32_t count, uint32_t index) {
   return count > 0 ? redactor->memory.bytes + redactor->patches[index].firstByte : nullptr;
 }
@@ -206,7 +206,7 @@ void TakeRequest(Redactor* redactor, bool sent) {
   }
   uint8_t* question = PayloadOf(redactor, rule->conditionCount, 0);
   uint8_t* answer = PayloadOf(redactor, rule->writeCount, 1);
-  // What a refusal left as it was is a question still.
+  // If a refusal left the payload unchanged, it still holds the question.
   const bool answered = rule->result.outcome != Outcome::Fails || answer == nullptr ||
                         memcmp(question, answer, length) != 0;
   if (question != nullptr) TakePayload(redactor, row, question, false, question, length);
@@ -221,7 +221,7 @@ void TakeRequest(Redactor* redactor, bool sent) {
   TraceAnswer(&redactor->trace, &result, answer, length);
 }
 
-// Parses a line into the redactor's records, but for what no trace has.
+// Parses a line into the redactor's records. Refuses what no trace has.
 ScenarioError Parse(Redactor* redactor, const char* line, uint32_t size, ScenarioSizes* sizes,
                     Scenario* scenario) {
   const ScenarioError error = ParseScenario(line, size, nullptr, sizes, nullptr);
@@ -230,7 +230,7 @@ ScenarioError Parse(Redactor* redactor, const char* line, uint32_t size, Scenari
   return ParseScenario(line, size, &redactor->memory, sizes, scenario);
 }
 
-// Whether a line is a certain comment of the simulator. A byte that it tells is crossed out.
+// Whether a line is this comment of the simulator. A byte's value in it is crossed out.
 bool IsComment(const char* comment, char* line, uint32_t size) {
   const char* end = line + size;
   for (; *comment != 0; comment++) {
@@ -249,7 +249,7 @@ bool IsComment(const char* comment, char* line, uint32_t size) {
   return line == end;
 }
 
-// Takes a comment if it is one of the simulator. Returns false for others.
+// Takes a comment of the simulator. Returns false for any other.
 bool TakeComment(Redactor* redactor, const char* comment, uint32_t size) {
   constexpr uint32_t HeadBytes = sizeof(TraceSentHead) - 1;
   constexpr char Answer[] = " ok times=1";
@@ -270,7 +270,7 @@ bool TakeComment(Redactor* redactor, const char* comment, uint32_t size) {
   memcpy(line, comment, size);
   for (const char* known : TraceComments) {
     if (!IsComment(known, line, size)) continue;
-    // One on a request that is left out goes with it.
+    // The comment on a request that is left out is left out, too.
     const bool stays = !redactor->leftOut || known == TraceComments[LeftOutComment];
     if (redactor->replacing && stays) TraceComment(&redactor->trace, line, size);
     return true;
@@ -280,7 +280,7 @@ bool TakeComment(Redactor* redactor, const char* comment, uint32_t size) {
 
 bool TakeLine(Redactor* redactor, const char* line, uint32_t size) {
   Redaction* redaction = redactor->redaction;
-  // The parser takes off a carriage return of its own: it is given the line as it ends.
+  // The parser gets the line with its carriage return, and removes it.
   const uint32_t ending = size > 0 && line[size - 1] == '\r' ? 1 : 0;
   size -= ending;
   for (; size > 0 && IsBlank(*line); size--) line++;
@@ -376,7 +376,7 @@ Redaction RedactTraces(const TextView* texts, uint32_t count, const TextView* wo
   redactor.keepTexts = keepTexts;
   uint32_t size = wordCount * 8 * MostNameBytes;
   for (uint32_t i = 0; i < count; i++) size += texts[i].size;
-  // No text makes more than two bytes of a character, nor a report more than eight characters.
+  // A character of a trace makes at most two bytes of a payload and eight characters of a report.
   const uint32_t longest = size < MaxLineBytes ? size : MaxLineBytes;
   redactor.room = size < MaxScenarioBytes / 16 ? 8 * size + TraceChunkBytes : MaxScenarioBytes;
   redactor.line = static_cast<char*>(malloc(longest + 16));

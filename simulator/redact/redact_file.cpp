@@ -21,7 +21,7 @@ struct Request {
   uint32_t traceCount;
 };
 
-// Prints bytes so that different ones look different, but for the zeros of 16-bit texts.
+// Prints bytes so that different ones look different. Zeros, as of 16-bit texts, are left out.
 void PrintBytes(const uint8_t* bytes, uint32_t size, const char* lineEnd) {
   for (uint32_t i = 0; i < size; i++) {
     if (bytes[i] == '\n') {
@@ -68,7 +68,7 @@ void PrintReplaced(const Redaction* redaction) {
   }
 }
 
-// Prints what there is to read before the report is handed on.
+// Prints the texts that the user should read before the report is handed on.
 void PrintStaying(const KnownValues* known) {
   const char* heading = "texts that stay:\n";
   for (uint32_t i = 1; i < known->count; i++) {
@@ -81,7 +81,7 @@ void PrintStaying(const KnownValues* known) {
   }
 }
 
-// Returns false, after a message, where not all could be printed.
+// Returns false, after a message, if not all could be printed.
 bool PrintSummary(const Redaction* redaction) {
   PrintReplaced(redaction);
   PrintStaying(&redaction->known);
@@ -111,7 +111,7 @@ bool ReadTraces(const Request* request, char* bytes, TextView* traces) {
       ReportFile(report, "the report would take the place of the trace");
       return false;
     }
-    // One byte more than a scenario may have is read, to be refused.
+    // Reads one byte more than a scenario may have, so that a longer file is refused.
     if (!ReadTrace(request->names[i], bytes + used, MaxScenarioBytes + 1 - used, &traces[i])) {
       return false;
     }
@@ -135,7 +135,7 @@ int Redact(const Request* request, const TextView* traces) {
   return result;
 }
 
-// Takes the options. Returns false for other words than RunRedact takes.
+// Takes the words. Returns false for words that RunRedact does not take.
 bool TakeWords(int count, char** words, Request* request) {
   int next = 0;
   for (; next < count && strncmp(words[next], "--", 2) == 0; next++) {
@@ -159,7 +159,7 @@ bool TakeWords(int count, char** words, Request* request) {
 
 int RunRedact(int count, char** words) {
   Request request = {};
-  // Of the words some are traces, some to be replaced.
+  // For the traces, then for the words to replace.
   auto* texts =
       static_cast<TextView*>(calloc(2 * static_cast<size_t>(count) + 1, sizeof(TextView)));
   char* bytes = static_cast<char*>(malloc(MaxScenarioBytes + size_t{1}));

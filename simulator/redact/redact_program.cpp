@@ -1,4 +1,4 @@
-// a8000redact: what a8000ctl.exe redact does, where there is no Windows.
+// a8000redact: does on other hosts what `a8000ctl.exe redact` does on Windows.
 #include <cstdio>
 
 #include "simulator/redact/redact.h"

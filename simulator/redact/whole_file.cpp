@@ -26,7 +26,7 @@ bool Rename(const char* from, const char* to) {
   return false;
 }
 
-// What a file is by.
+// What tells a file from any other.
 bool Identify(const char* name, BY_HANDLE_FILE_INFORMATION* identity) {
   HANDLE file = CreateFileA(name, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                             nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);

@@ -19,8 +19,8 @@
 namespace {
 
 constexpr char Help[] = R"(wlanx-json [--eng] COMMAND [ARGUMENT]...
-    runs wlanx (with --eng wlanx-eng) from the folder of this program or from PATH and prints
-    one JSON object with what it says
+    runs wlanx (with --eng wlanx-eng) from the folder of this program or from PATH, and prints
+    what it says as one JSON object
 wlanx-json [--eng] --read FILE [--status N] [COMMAND [ARGUMENT]...]
     reads the saved output of a run that ended with status N; FILE may be - for standard
     input, or the file that export_rssi_report wrote
@@ -33,15 +33,15 @@ struct Misuse : std::runtime_error {
 };
 
 struct Options {
-  ToolRun run;                      // the words and what is known of it
-  std::optional<std::string> file;  // that it was saved in
+  ToolRun run;                      // the words, and what else is known
+  std::optional<std::string> file;  // with saved output
 };
 
 int64_t ParseStatus(const std::string& text) {
   int64_t status = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), status);
   if (error != std::errc() || end != text.data() + text.size()) {
-    throw Misuse("--status " + text + " is no number");
+    throw Misuse("--status " + text + " is not a number");
   }
   return status;
 }
@@ -67,7 +67,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
   }
   options.run.words.assign(arguments.begin() + static_cast<ptrdiff_t>(next), arguments.end());
   if (options.run.status && !options.file) throw Misuse("--status belongs to --read");
-  if (!options.file && options.run.words.empty()) throw Misuse("which COMMAND?");
+  if (!options.file && options.run.words.empty()) throw Misuse("COMMAND is missing");
   return options;
 }
 

@@ -18,16 +18,17 @@ constexpr char Usage[] =
     "a8000ctl: controls the simulated A8000 adapter\n"
     "\n"
     "  a8000ctl install             install the driver beside this program and start it\n"
-    "  a8000ctl remove              stop the driver and take it away\n"
+    "  a8000ctl remove              stop the driver and remove it\n"
     "  a8000ctl scenario FILE       answer from a scenario file\n"
     "  a8000ctl scenario --builtin  answer from the built-in scenario\n"
     "  a8000ctl trace FILE          write what was recorded since the scenario was loaded\n"
     "  a8000ctl status              tell what the driver does\n"
     "  a8000ctl -                   read such commands from standard input, one a line;\n"
-    "                               after each one's output prints \"= \" and its exit status\n"
+    "                               print \"= \" and the exit status after each one's output\n"
     "  a8000ctl redact [--keep-texts] [--word WORD]... IN... OUT\n"
     "                               make a report of traces, in which only what is known to be\n"
-    "                               harmless stays; texts with --keep-texts, but for each WORD\n";
+    "                               harmless stays. --keep-texts keeps texts, too; --word WORD\n"
+    "                               replaces WORD in them\n";
 
 constexpr int Done = 0;
 constexpr int Failed = 1;

@@ -58,7 +58,7 @@ def renamed(text, edition):
     """Names the programs that the package has. The listing pads the tool's name on the left."""
     if edition != "engineering":
         return text
-    text = re.sub(r"\bwlanx-json(?= (?!--[hv]))", "wlanx-json --eng", text)
+    text = re.sub(r"\bwlanx-json(?= (?!--[ehv]))", "wlanx-json --eng", text)
     return re.sub(r"(?: {4})?\bwlanx(?=[ \t]|$)", "wlanx-eng", text, flags=re.M)
 
 

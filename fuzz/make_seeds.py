@@ -58,7 +58,7 @@ def reply_seeds(programs):
 
 
 def output_seeds():
-    """For each run of the cases what json_fuzz.cpp takes: of a report its text."""
+    """For each run of the cases an input of json_fuzz.cpp. A report's input is its text."""
     rules = re.search(r"Rules\[\] = \{\n(.*?)\n\};", read("json/forms.cpp"), re.S)[1]
     names = [name for text in re.findall(r'"([^"]*)"', rules) for name in text.lower().split()]
     for _, run in case_runs():

@@ -10,7 +10,7 @@
 
 namespace {
 
-// More names in one object than any output has; a line that would go beyond is unread.
+// No output has so many names in one object. A line that would add more is unread.
 constexpr size_t MostNames = 256;
 
 // Adds a value to one that has the same name: the two become a list.
@@ -49,7 +49,7 @@ Json* Place(Json* object, std::string_view place) {
   return object->is_object() ? object : nullptr;
 }
 
-// Takes a line with its end off the text.
+// Removes the first line from the text and returns it, with its line end.
 std::string_view TakeLine(std::string_view* text) {
   const size_t end = text->find('\n');
   const std::string_view line = text->substr(0, end == std::string_view::npos ? end : end + 1);

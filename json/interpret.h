@@ -1,4 +1,4 @@
-// Makes data of what the tool printed.
+// Turns what the tool printed into data.
 #pragma once
 
 #include <cstdint>

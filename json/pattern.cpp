@@ -10,7 +10,7 @@
 
 namespace {
 
-// The longest text that a field of kind t, T, e, w, v or % takes. The tool prints none that long.
+// The longest text that a field of kind t, T, e, w, v or % takes. The tool prints shorter ones.
 constexpr size_t LongestText = 4096;
 
 bool IsBlank(char character) {
@@ -26,8 +26,8 @@ std::string SnakeCase(std::string_view name) {
       if (!snake.empty() && snake.back() != '_') snake += '_';
       continue;
     }
-    // A capital begins a word after a small letter or a digit, and before a small letter, but not
-    // the last one of "QoS".
+    // A capital begins a word after a small letter or a digit, and before a small letter. The
+    // last letter never does, as in "QoS".
     const bool inside = i > 0 && i + 1 < name.size() && std::isupper(name[i], ascii);
     if (inside && std::isalnum(name[i - 1], ascii) &&
         (!std::isupper(name[i - 1], ascii) || std::islower(name[i + 1], ascii))) {
@@ -83,7 +83,7 @@ std::optional<Reading> ReadFlag(std::string_view text) {
   return number;
 }
 
-// What kind v makes of a text.
+// The value that kind v reads in a text.
 Json NumberOrText(std::string_view text) {
   const std::string_view digits = text.substr(text.starts_with("0x") ? 2 : 0);
   const bool isDecimal = digits.size() == text.size();
@@ -94,9 +94,9 @@ Json NumberOrText(std::string_view text) {
   return number->value;
 }
 
-// These call each other as deep as a pattern has fields.
+// These call each other, once for each field of a pattern.
 // NOLINTBEGIN(misc-no-recursion)
-// An object of what the pattern finds, or the value alone of a pattern with one.
+// What the pattern finds, as an object. If it finds one value only, that value.
 std::optional<Reading> ReadObject(std::string_view pattern, std::string_view text) {
   std::vector<Found> found;
   const auto length = MatchPattern(pattern, text, {}, &found);
@@ -107,7 +107,7 @@ std::optional<Reading> ReadObject(std::string_view pattern, std::string_view tex
   return Reading{std::move(object), *length};
 }
 
-// A list of what the pattern finds, as often as it does.
+// Applies the pattern as often as it fits, and lists what it finds.
 Reading ReadList(std::string_view pattern, std::string_view text) {
   Reading list = {Json::array(), 0};
   while (auto item = ReadObject(pattern, text.substr(list.length))) {
@@ -117,7 +117,7 @@ Reading ReadList(std::string_view pattern, std::string_view text) {
   return list;
 }
 
-// Reads a field of a kind that needs not know what follows it.
+// Reads a field whose end does not depend on what follows it.
 std::optional<Reading> ReadClosed(char kind, std::string_view text) {
   if (std::string_view("dnxb").find(kind) != std::string_view::npos) return ReadNumber(text, kind);
   if (kind == 'f') return ReadFlag(text);
@@ -170,7 +170,7 @@ bool MayFollow(const Match& match, const Field& field, size_t at, size_t end) {
   return next == '{' || match.text.substr(end).starts_with(next);
 }
 
-// Tries each end that the field's text may have: the nearest first, of kind T the farthest.
+// Tries each end that the field's text may have: the nearest first, for kind T the farthest first.
 std::optional<size_t> MatchText(const Match& match, const Field& field, size_t at) {
   std::string_view text = match.text.substr(at, LongestText);
   if (field.kind == 'w') text = text.substr(0, text.find_first_of(" \t\n"));
@@ -226,7 +226,7 @@ std::optional<size_t> MatchRest(const Match& match, std::string_view pattern, si
   return at;
 }
 
-// Makes a name of what a line gives as one.
+// The name that a line gives, in snake_case. A name with an index becomes that of a list.
 std::string NameOf(std::string_view text) {
   const size_t bracket = text.ends_with(']') ? text.rfind('[') : std::string::npos;
   return SnakeCase(text.substr(0, bracket)) + (bracket != std::string::npos ? "[]" : "");

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Makes the documents of a package: each as Markdown and as a page for a browser.
 
-Documents link to each other by their names here. In the package they find each other wherever it
-has them, and a link to a document that it does not have becomes plain text. Their examples are lines
-for a Unix shell here; in a package they are lines as one types them in cmd:
+Documents link to each other by their names here. In a package the links lead to the documents' places
+there, and a link to a document that it does not have becomes plain text. Examples are lines for a Unix
+shell here. In a package they are lines as one types them in cmd:
 
   $ A8000_SCENARIO=simulator/scenarios/pcie-gen1.a8000 wlanx pcie gen_switch_chk
   > a8000ctl scenario scenarios\\pcie-gen1.a8000      (in the engineering package only)

@@ -86,7 +86,7 @@ alone() {
   waitFor 8
 }
 
-# missingOf PACKAGE...: those of which this machine lacks something.
+# missingOf PACKAGE...: prints the packages that this machine lacks, wholly or in part.
 missingOf() {
   for package in $(printf '%s\n' "$@" | sort -u); do
     for need in $(needsOf "$package"); do
@@ -95,7 +95,7 @@ missingOf() {
   done
 }
 
-# install PACKAGE...: installs by apt those of which something is missing, or says what is missing.
+# install PACKAGE...: installs by apt the packages that are missing, or says what root has to install.
 install() {
   [ -n "$(missingOf "$@")" ] || return 0
   mkdir -p "$root/build"

@@ -115,7 +115,7 @@ def operand_end(code, at):
 
 
 def operand_start(code, at):
-    """The begin of the operand that ends at `at`."""
+    """The start of the operand that ends at `at`."""
     depth = 0
     while at > 0:
         depth += (code[at - 1] in ")]}") - (code[at - 1] in "([{")
@@ -162,7 +162,7 @@ def printed_values(source, literal):
 
 
 def conversion_changes(source):
-    """Conversions of another width or sign, but none that prints every such value alike."""
+    """Conversions of another width or sign, if some value is printed differently."""
     for literal in source.tokens:
         if literal.lastgroup != "text":
             continue
@@ -206,14 +206,14 @@ def conversions(found, scans, bits):
 
 
 def carried_changes(source):
-    """Before a request, each field of its record loses what it carries."""
+    """Each field of a request's record, cleared before the request."""
     for request in REQUEST.finditer(source.code):
         for field in sorted(set(re.findall(rf"\b{request[2]}(?:->|\.)\w+\b(?!\()", source.code))):
             yield "carried value cleared", [(request.start(), request.start(), f"  {field} = {{}};\n")]
 
 
 def exchange_changes(source):
-    """After a request, a value that was sent in place of the one that came back, and the reverse."""
+    """After a request, the value that was sent in place of the one that came back, and the reverse."""
     for request in REQUEST.finditer(source.code):
         name, start, end = request[2], request.start(), request.end()
         end_of_function = source.code.find("\n}", end)
@@ -271,8 +271,8 @@ class Fields:
 
 
 class Source:
-    """A file's text with its tokens. In `code` its texts are blanked, and so is what no program is
-    made of: comments, static_assert, lines of the preprocessor."""
+    """A file's text with its tokens. In `code` its texts are blanked, and so are comments,
+    static_assert and lines of the preprocessor."""
 
     def __init__(self, text, fields):
         self.text, self.fields, self.lines = text, fields, text.split("\n")

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Changes one thing at a time in a copy of the tool's sources, builds what that touches, runs the
-tests and lists the changes that no test noticed. What the plain build's tests let pass is tried once
-more with the sanitizers, by the cases of its folder.
+tests and lists the changes that no test noticed. If the plain build's tests do not notice a change, the
+cases of its folder are run once more with the sanitizers.
 
 A change that does not compile, or compiles to the same code, is replaced by another one. Changes
 that make no difference are listed with their reason in scripts/equivalent_mutants.txt.
@@ -35,7 +35,7 @@ NOT_RUN = r"^(json|harness|documents\.commands|completions.*|install)$"
 
 
 def choose(options):
-    """Endless: folders in turn, in each a random kind, of it a random change."""
+    """Yields changes without end: takes the folders in turn, and in each a random change of a random kind."""
     rng = random.Random(options.seed)
     texts = {path: read(os.path.join(ROOT, path)).decode() for path in tree_files()
              if SOURCE.match(path) and not LEFT_OUT.search(path)}
@@ -113,7 +113,7 @@ def programs():
 
 
 def try_change(original, path, text, edits):
-    """Returns None if it is no change to the `original` programs, else whether a test notices it."""
+    """Returns None if the programs are the `original` ones, else whether a test notices the change."""
     target = os.path.join(TREE, path)
     near = rf"^cases\..*{path.split('/')[-2]}"
     likely = rf"{near}|^cases\.refusals$"

@@ -194,7 +194,7 @@ class Faults(unittest.TestCase):
             programs.end(process)
 
     def test_killed_between_requests(self):
-        """Every request of which something was printed is in the trace, as a whole line."""
+        """If anything of a request was printed, the trace has the request as a whole line."""
         read_end, write_end = os.pipe()
         fcntl.fcntl(write_end, fcntl.F_SETPIPE_SZ, 4096)
         os.write(write_end, b"x" * 2500)  # leaves room for some of the lines

@@ -125,7 +125,7 @@ class Cases(unittest.TestCase):
                               for run in case.runs])
 
     def check_document(self, path):
-        """Runs the examples by wlanx-json, without what a pipe would do to the output."""
+        """Runs the examples by wlanx-json. A pipe in an example is left out."""
         with tempfile.TemporaryDirectory() as folder:
             os.symlink(f"{ROOT}/simulator", f"{folder}/simulator")
             for fence in check_documents.FENCE.finditer(check_documents.read(path)):
@@ -163,7 +163,7 @@ class Cases(unittest.TestCase):
 
 
 class Situations(unittest.TestCase):
-    """Every command when all goes well and in each way that it does not."""
+    """Every command, when it succeeds and when it fails in each way."""
 
     def run_tool(self, folder, words, scenario=None, trace=""):
         environment = {"A8000_TRACE": trace, "A8000_SCENARIO": ""}
@@ -177,7 +177,7 @@ class Situations(unittest.TestCase):
         self.assertEqual((result["outcome"], result["fault"], result["unread"]), (outcome, None, []))
 
     def refuse_each(self, folder, words):
-        """Refuses one request after the other; what was answered before is answered as it was."""
+        """Refuses one request after the other. Those before it are answered as they were."""
         self.run_tool(folder, words, trace=f"{folder}/trace")
         requests = re.findall("^0x.*\n", check_documents.read(f"{folder}/trace"), re.M)
         for number in {0, 1, len(requests) // 2, len(requests) - 1} & set(range(len(requests))):
@@ -297,7 +297,7 @@ class Input(unittest.TestCase):
     def test_misuse(self):
         for arguments, words in ((["--nonsense"], "no option"), ([], "COMMAND"), (["--read"], "a value"),
                                  (["--status", "1", "stat"], "belongs"), (["--read", "no file", "stat"], "open"),
-                                 (["--read", "-", "--status", "x"], "no number")):
+                                 (["--read", "-", "--status", "x"], "not a number")):
             self.assertIn(words, convert(*arguments))
 
 

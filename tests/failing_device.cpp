@@ -14,8 +14,11 @@ bool IsMade(const char* variable) {
   return strcmp(outcome, "ok") == 0;
 }
 
-HANDLE OpenOrFail(auto... arguments) {
-  if (IsMade("A8000_OPEN")) return CreateFileA(arguments...);
+HANDLE OpenOrFail(const char* path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
+                  DWORD disposition, DWORD flags, HANDLE model) {
+  if (IsMade("A8000_OPEN")) {
+    return CreateFileA(path, access, share, security, disposition, flags, model);
+  }
   return GetLastError() == 0 ? nullptr : INVALID_HANDLE_VALUE;
 }
 

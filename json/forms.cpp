@@ -10,17 +10,17 @@ using enum Meaning;
 constexpr CommandRule Rules[] = {
     {"help get_umac country rf trx sar txhang_counter sniffer get_lp ics get_mac_add nonms setreg "
      "getreg set_pcie_driving export_rssi_report pcie",
-     false, Status0, Status1, Status1},
-    {"stat get_wfd get_fw_ver fixedrate", false, Status1, Status0, Status1},
+     false, Status0, Status1},
+    {"stat get_wfd get_fw_ver fixedrate", false, Status1, Status1},
     {"bypass_cac radar_detect rdd_dbdc dynamic_dtim get_coex_tp hw_read hw_write get_dbg_level "
      "get_sr_cap get_sr_ind set_sr 6g_listen set_ax_cfg ax_basize set_bcc pwrsave_mode pwrsave "
      "set_ser get_cac_time get_dfs_state tp_test_mode efuse txbf sta_stat set_bssid set_bssid2 "
      "set_cmd_str get_cmd_str chan_pref_cfg twt_setup set_apsd coex_info uwtbl",
-     true, Status1, Status0, Status0},
+     true, Status1, Status0},
     {"deep_sleep_cnt set_id_value set_dbg_level get_cs set_cs set_usb_speed get_usb_speed "
      "oid_len_test get_n9_ver wtbl",
-     true, Status1, Status0, Status1},
-    {"set_coex_tp fw_log", true, Status1, Status0, Status0Or1},
+     true, Status1, Status1},
+    {"set_coex_tp fw_log", true, Status1, Status0Or1},
 };
 
 constexpr Form AllForms[] = {
@@ -51,11 +51,17 @@ constexpr Form AllForms[] = {
     {"get_fw_ver", "FW Version (BT) = {bt:t} \n", "fw_version", Last},
 
     // radio tests
-    {"fixedrate", "nicctl fixedrate <Option>\n", "", Wrong, Status0},
-    {"fixedrate", "Option{:t}\n", "", Wrong, Status0},
-    {"fixedrate", "13 param support {:t}\n", "", Wrong, Status0},
-    {"fixedrate", "[{:t}\n", "", Wrong, Status0},
-    {"fixedrate", "Error: {:t}\n", "", Wrong, Status0},
+    {.commands = "fixedrate",
+     .pattern = "nicctl fixedrate <Option>\n",
+     .meaning = Wrong,
+     .status = Status0},
+    {.commands = "fixedrate", .pattern = "Option{:t}\n", .meaning = Wrong, .status = Status0},
+    {.commands = "fixedrate",
+     .pattern = "13 param support {:t}\n",
+     .meaning = Wrong,
+     .status = Status0},
+    {.commands = "fixedrate", .pattern = "[{:t}\n", .meaning = Wrong, .status = Status0},
+    {.commands = "fixedrate", .pattern = "Error: {:t}\n", .meaning = Wrong, .status = Status0},
     {"fixedrate", "nicctl fixedrate {option:t}\n", "", Last},
     {"fixedrate", "{%}={%:d}\n", "", Last},
     {"fixedrate", "Apply WCID {apply:d}\n", "", Last},
@@ -83,7 +89,11 @@ constexpr Form AllForms[] = {
     {"rf", "SSID: {ssid:T}\nBSSID: {bssid:w}\nChannel: {channel:d}\n\n", ""},
     {"rf", "== {antenna:t} ==\nThreshold: {threshold:d}\nAverage: {average:d}\n", "antennas[]"},
     {"rf", "{pass=true}PASS\n", "antennas[].", Last},
-    {"rf", "{pass=false}FAIL\n", "antennas[].", Last, Status1},
+    {.commands = "rf",
+     .pattern = "{pass=false}FAIL\n",
+     .place = "antennas[].",
+     .meaning = Last,
+     .status = Status1},
     {"country", "SmartCountryDecisionEn is disabled", "", Refused},
     {"country", "Set {country:2} (0x{country_code:x}) {set:t} DONE\n", "", Last},
     {"country", "POWER_TEST_MODE {power_test_mode:f}\n", "", Last},
@@ -96,9 +106,11 @@ constexpr Form AllForms[] = {
 
     // the reports of export_rssi_report
     {"export_rssi_report", "<?xml version=\"1.0\"?>\n<Results>\n", ""},
-    {"export_rssi_report",
-     "  <Result name=\"{name:w}\" status=\"{status=false}0\" timestamp=\"{timestamp:t}\">\n",
-     "results[]", Value, Status1},
+    {.commands = "export_rssi_report",
+     .pattern =
+         "  <Result name=\"{name:w}\" status=\"{status=false}0\" timestamp=\"{timestamp:t}\">\n",
+     .place = "results[]",
+     .status = Status1},
     {"export_rssi_report",
      "  <Result name=\"{name:w}\" status=\"{status=true}1\" timestamp=\"{timestamp:t}\">\n",
      "results[]"},
@@ -227,9 +239,11 @@ constexpr Form AllForms[] = {
     {"radar_detect rdd_dbdc uwtbl", "{%} is: {%:d}\n", "", Last},
     {"6g_listen", "Invalid parameter : Enable {enable:d}", "", Wrong},
     {"set_ax_cfg", "reset to ddefaul Ax_cfg = 0x{ax_cfg:x}\n", "", Last},
-    {"ax_basize",
-     "ERROR size > 256 u2TxHeBaSize = {u2_tx_he_ba_size:d}, u2RxHeBaSize = {u2_rx_he_ba_size:d}\n",
-     "", Wrong, Status1},
+    {.commands = "ax_basize",
+     .pattern = "ERROR size > 256 u2TxHeBaSize = {u2_tx_he_ba_size:d}, u2RxHeBaSize = "
+                "{u2_rx_he_ba_size:d}\n",
+     .meaning = Wrong,
+     .status = Status1},
     {"txhang_counter ax_basize", "{%} = {%:d}, {%} = {%:d}\n", "", Last},
     {"chan_pref_cfg twt_setup set_apsd", "{%} : {%:d}\t\n", "", Last},
     {"set_coex_tp", "!!! NICCTL set COEX TP wifi {coex_tp_wifi:t} !!!\n", "", Last},

@@ -16,8 +16,7 @@ constexpr Statuses Status0Or1 = 3;
 struct CommandRule {
   std::string_view names;  // with a blank between two
   bool engineering;        // only wlanx-eng has them
-  Statuses done;
-  Statuses refused;  // also if the command failed
+  Statuses done;           // the other one of 0 and 1 if it was refused or failed
   Statuses wrong;
 };
 

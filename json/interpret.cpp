@@ -120,7 +120,8 @@ bool Fits(const Reader& reader, Meaning meaning, Statuses own) {
   } else if (own == 0 && meaning == Meaning::Last) {
     fitting = reader.run->words.empty() ? Status1 : rule->done;
   } else if (own == 0) {
-    fitting = meaning == Meaning::Wrong ? rule->wrong : rule->refused;
+    fitting =
+        meaning == Meaning::Wrong ? rule->wrong : static_cast<Statuses>(Status0Or1 ^ rule->done);
   }
   return !status || ((*status == 0 || *status == 1) && (fitting >> *status & 1) != 0);
 }

@@ -24,7 +24,6 @@ struct CommandRule {
 enum class Meaning {
   Value,    // nothing
   Last,     // the command may be done after it
-  Advice,   // a further line of an error
   Refused,  // the outcome, as the others below it
   Failed,
   Wrong,

@@ -186,7 +186,7 @@ size_t TryForm(Reader* reader, const Form& form, std::string_view text, bool any
   } else if (!AddValues(form.place, std::move(found), &reader->values)) {
     return 0;
   }
-  if (form.meaning != Meaning::Advice) reader->meaning = std::max(reader->meaning, form.meaning);
+  reader->meaning = std::max(reader->meaning, form.meaning);
   if (form.status != 0) reader->status = form.status;
   return *length;
 }
@@ -220,7 +220,7 @@ const char* FaultOf(const Reader& reader, Meaning meaning, bool isUnknown) {
 
 // Adds the outcome, or why there is none.
 void Judge(const Reader& reader, bool nothingPrinted, Json* result) {
-  static constexpr const char* Outcomes[] = {"unknown_command", "done",     "", "refused", "failed",
+  static constexpr const char* Outcomes[] = {"unknown_command", "done",     "refused", "failed",
                                              "wrong_arguments", "no_device"};
   const CommandRule* rule = reader.rule;
   const bool isKnown = rule != nullptr && (!rule->engineering || reader.run->engineering);

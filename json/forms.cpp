@@ -168,6 +168,8 @@ constexpr Form AllForms[] = {
     {"pcie", "Error in DeviceIoControl \n", "", Refused},
     {"pcie", "Port is not Idle.{:t}\nPlease disconnect all ethernet. \n", "", Refused},
     {"pcie", "PCIe gen switch support (device) : {device:f} \n", "pcie_gen_switch_support"},
+    {"pcie", "PCie gen switch support (host)   : {host=null}NA \n", "pcie_gen_switch_support",
+     Last},
     {"pcie", "PCie gen switch support (host)   : {host:f} \n", "pcie_gen_switch_support", Last},
 
     // wlanx-eng: echoes, and what many of its commands print
@@ -177,7 +179,7 @@ constexpr Form AllForms[] = {
     {"get_cs set_cs wtbl", "nicctl {:w} <{:t}\n", "", Wrong},
     {"get_sr_cap get_sr_ind set_pcie_driving", "={:t} {:t}\n", ""},
     {"get_sr_cap get_sr_ind set_pcie_driving", "={:t}\n", "", Last},
-    {"get_sr_cap", "{%} = {%:f} {%} = {%:f}\n", ""},
+    {"get_sr_cap", "{%} = {%:F} {%} = {%:F}\n", ""},
     {"get_sr_ind", "{%} = {%:x} {%} = {%:x}\n", ""},
 
     // registers, firmware, driver and link

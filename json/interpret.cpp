@@ -87,8 +87,9 @@ void AddFreeText(std::string_view text, Json* values) {
   (*values)["pairs"] = std::move(pairs);
 }
 
-// Whether some form puts its values into the object or the list of this name.
+// Whether values of this name are objects or lists, or the name of a file.
 bool IsPlace(std::string_view name) {
+  if (Lists("lines pairs report", name)) return true;
   return std::ranges::any_of(Forms(), [&](const Form& form) {
     return form.place.substr(0, form.place.find_first_of("[.")) == name;
   });

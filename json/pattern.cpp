@@ -69,17 +69,17 @@ std::optional<Reading> ReadNumber(std::string_view text, char kind) {
   return Reading{std::stod(std::string(text.substr(0, end))), end};
 }
 
-std::optional<Reading> ReadFlag(std::string_view text) {
+std::optional<Reading> ReadFlag(std::string_view text, char kind) {
   static constexpr std::pair<std::string_view, bool> Words[] = {
       {"Y", true},  {"ON", true},   {"V", true},  {"**", true},
       {"N", false}, {"OFF", false}, {"X", false}, {"  ", false}};
-  if (text.starts_with("NA")) return Reading{nullptr, 2};
   for (const auto& [word, flag] : Words) {
     if (text.starts_with(word)) return Reading{flag, word.size()};
   }
   auto number = ReadNumber(text, 'd');
   const bool isFlag = number && number->value >= 0 && number->value <= 1;
-  if (isFlag) number->value = number->value == 1;
+  if (!isFlag) return kind == 'F' ? number : std::nullopt;
+  number->value = number->value == 1;
   return number;
 }
 
@@ -120,7 +120,7 @@ Reading ReadList(std::string_view pattern, std::string_view text) {
 // Reads a field whose end does not depend on what follows it.
 std::optional<Reading> ReadClosed(char kind, std::string_view text) {
   if (std::string_view("dnxb").find(kind) != std::string_view::npos) return ReadNumber(text, kind);
-  if (kind == 'f') return ReadFlag(text);
+  if (kind == 'f' || kind == 'F') return ReadFlag(text, kind);
   if (kind == 'p') return ReadObject("{dbm:n} dBm\t(0x{byte:b})", text);
   if (kind == 'L') return ReadList(" 0x{byte:b}", text);
   if (kind == 'B') return ReadList("DW{word:d}[{high:d}:{low:d}]", text);
@@ -213,9 +213,10 @@ std::optional<size_t> MatchRest(const Match& match, std::string_view pattern, si
       if (divider == std::string_view::npos || inside[divider] == ':') {
         return MatchField(match, field, at);
       }
-      const std::string_view value = inside.substr(divider + 1);
-      const bool isFlag = value == "true" || value == "false";
-      return TakeValue(match, field, isFlag ? Json(value == "true") : NumberOrText(value), at);
+      const std::string_view text = inside.substr(divider + 1);
+      Json value = Json::parse(text, nullptr, false);
+      if (value.is_discarded()) value = text;
+      return TakeValue(match, field, std::move(value), at);
     }
     if (pattern[0] == '\t') {
       while (at < match.text.size() && IsBlank(match.text[at])) at++;

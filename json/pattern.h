@@ -23,15 +23,15 @@ struct Found {
 //   {name:kind}    a value; {:kind} is read and dropped
 //   {%}            the name of the next {%:kind}, made snake_case; a name that ends with an index,
 //                  as "ucCondition[3]", loses the index and has a list
-//   {name=value}   reads nothing; the value is true, false, a number or this text
+//   {name=value}   reads nothing; the value is true, false, null, a number or this text
 //   {name[]:kind}  a list, even of one value
 //
 // Kinds:
 //   d  decimal number         n  the same, with a fraction if it has one
 //   x  hexadecimal number without 0x
 //   b  byte in hexadecimal digits; more digits are the sign of a negative number and dropped
-//   f  flag: Y, ON, V, 1 and the mark "**", or N, OFF, X, 0 and two blanks in place of the mark;
-//      NA is null, another number stays a number
+//   f  flag: Y, ON, V, 1 and the mark "**", or N, OFF, X, 0 and two blanks in place of the mark
+//   F  the same, but another number stays a number
 //   p  power: "18.0 dBm (0x24)" or the same without the blank before the bracket
 //   L  any number of bytes, each as " 0x24"
 //   B  bits of words: "DW1[31:00]DW0[15:00]"

@@ -40,7 +40,8 @@ WORDS = {
 }
 HOSTILE = [b"\xff\xfe\x00", b"a = 1\n" * 30000, b" = 1," * 20000, b" " * 200000, b"SSID: \nBSSID: " * 3000,
            b"[Flag 99999999999999999999][ON]: \n", b"rows: 1\n  Index1: 0x1\n",
-           b"PASS\n== a ==\nThreshold: 1\nAverage: 1\nPASS\nPASS\n", b"ERROR size > 256 lines = 1, x = 2\n"]
+           b"PASS\n== a ==\nThreshold: 1\nAverage: 1\nPASS\nPASS\n", b"ERROR size > 256 lines = 1, x = 2\n",
+           b"lines=5\npairs=5\nreport=5\n", b"[NA]  x\n[5]  y\n[Flag 1][7]: x\nNAIndex1: 0x1\n"]
 PROGRAMS = ""
 
 

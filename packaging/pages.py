@@ -133,8 +133,9 @@ def heading(match):
 
 
 def typed(match):
-    """Marks what one types, so that a page shows the prompt but does not let one copy it."""
-    return re.sub(r"^((?:<pre><code[^>]*>)?)&gt; (.*)$", r"\1<kbd>\2</kbd>", match[0], flags=re.M)
+    """Marks what one types, so that a page shows the prompt but does not let one copy it. JSON wraps."""
+    text = re.sub(r"^((?:<pre><code[^>]*>)?)&gt; (.*)$", r"\1<kbd>\2</kbd>", match[0], flags=re.M)
+    return text.replace("<pre>", '<pre class="json">') if "\n{&quot;" in text else text
 
 
 def page(text, title, pages, converter, style):
